@@ -1,0 +1,16 @@
+#ifndef QUVRA_H
+#define QUVRA_H
+
+/* Every family of the flat boundary. */
+
+#include "common/debug_util.h"
+#include "common/failure.h"
+#include "common/log.h"
+#include "common/progress_monitor.h"
+#include "common/stop.h"
+
+#ifdef __cplusplus
+#include "geom/stl3d.h"
+#endif
+
+#endif
