@@ -7,7 +7,7 @@ include(GoogleTest)
 
 function(quvra_add_test_suite name)
   add_executable(${name} ${ARGN})
-  target_link_libraries(${name} PRIVATE quvra_static quvra_warnings GTest::gtest GTest::gtest_main)
+  target_link_libraries(${name} PRIVATE quvra_static quvra_test_support quvra_warnings GTest::gtest GTest::gtest_main)
   target_compile_definitions(${name} PRIVATE
     QUVRA_TEST_DATA_DIR="${CMAKE_SOURCE_DIR}/tests/data")
   gtest_discover_tests(${name}

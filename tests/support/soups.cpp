@@ -1,0 +1,72 @@
+#include "soups.h"
+
+#include <cmath>
+#include <numbers>
+
+namespace quvra_test {
+
+namespace {
+
+using point = std::array<double, 3>;
+
+point sub(const point& p, const point& q) { return {p[0] - q[0], p[1] - q[1], p[2] - q[2]}; }
+
+point unit_normal(const point& a, const point& b, const point& c) {
+  const point u = sub(b, a), v = sub(c, a);
+  point n = {u[1] * v[2] - u[2] * v[1], u[2] * v[0] - u[0] * v[2], u[0] * v[1] - u[1] * v[0]};
+  const double len = std::sqrt(n[0] * n[0] + n[1] * n[1] + n[2] * n[2]);
+  for (double& x : n) x /= len;
+  return n;
+}
+
+geom::stl_tri_t make_tri(const point& a, const point& b, const point& c) {
+  return {a, b, c, unit_normal(a, b, c)};
+}
+
+// Two triangles of the quad a b c d, counter-clockwise seen from outside.
+void add_quad(std::vector<geom::stl_tri_t>& out, const point& a, const point& b, const point& c,
+              const point& d) {
+  out.push_back(make_tri(a, b, c));
+  out.push_back(make_tri(a, c, d));
+}
+
+point on_sphere(double radius, int ring, int rings, int sector, int sectors) {
+  const double theta = std::numbers::pi * ring / rings;
+  const double phi = 2 * std::numbers::pi * sector / sectors;
+  return {radius * std::sin(theta) * std::cos(phi), radius * std::sin(theta) * std::sin(phi),
+          radius * std::cos(theta)};
+}
+
+}  // namespace
+
+std::vector<geom::stl_tri_t> box_soup(double x0, double y0, double z0, double x1, double y1,
+                                      double z1) {
+  std::vector<geom::stl_tri_t> out;
+  const point p000{x0, y0, z0}, p100{x1, y0, z0}, p010{x0, y1, z0}, p110{x1, y1, z0};
+  const point p001{x0, y0, z1}, p101{x1, y0, z1}, p011{x0, y1, z1}, p111{x1, y1, z1};
+  add_quad(out, p000, p010, p110, p100);  // bottom, facing -z
+  add_quad(out, p001, p101, p111, p011);  // top
+  add_quad(out, p000, p100, p101, p001);  // front, -y
+  add_quad(out, p010, p011, p111, p110);  // back
+  add_quad(out, p000, p001, p011, p010);  // left, -x
+  add_quad(out, p100, p110, p111, p101);  // right
+  return out;
+}
+
+std::vector<geom::stl_tri_t> sphere_soup(double radius, int rings, int sectors) {
+  std::vector<geom::stl_tri_t> out;
+  for (int r = 0; r < rings; ++r) {
+    for (int s = 0; s < sectors; ++s) {
+      const point a = on_sphere(radius, r, rings, s, sectors);
+      const point b = on_sphere(radius, r + 1, rings, s, sectors);
+      const point c = on_sphere(radius, r + 1, rings, s + 1, sectors);
+      const point d = on_sphere(radius, r, rings, s + 1, sectors);
+      // The caps collapse one edge of the quad: keep only the real triangle.
+      if (r != 0) out.push_back(make_tri(a, b, d));
+      if (r != rings - 1) out.push_back(make_tri(b, c, d));
+    }
+  }
+  return out;
+}
+
+}  // namespace quvra_test

@@ -1,0 +1,20 @@
+#pragma once
+
+// Closed triangle soups with known geometry, for tests and benchmarks.
+// All are counter-clockwise seen from outside, with outward unit normals.
+
+#include <vector>
+
+#include "geom/stl3d_t.h"
+
+namespace quvra_test {
+
+// Axis-aligned box from (x0, y0, z0) to (x1, y1, z1): 12 triangles.
+std::vector<geom::stl_tri_t> box_soup(double x0, double y0, double z0, double x1, double y1,
+                                      double z1);
+
+// UV sphere of the given radius around the origin with about
+// 2 * rings * sectors triangles (rings >= 2, sectors >= 3).
+std::vector<geom::stl_tri_t> sphere_soup(double radius, int rings, int sectors);
+
+}  // namespace quvra_test
