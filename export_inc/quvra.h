@@ -8,6 +8,7 @@
 #include "common/log.h"
 #include "common/progress_monitor.h"
 #include "common/stop.h"
+#include "geom/fraction_unlimited.h"
 
 #ifdef __cplusplus
 #include "geom/stl3d.h"
