@@ -12,6 +12,7 @@
 
 #ifdef __cplusplus
 #include "geom/stl3d.h"
+#include "geom/topo_stl3d.h"
 #endif
 
 #endif
