@@ -30,15 +30,11 @@ void drop_face(font_state_t& s) {
   s.face = nullptr;
 }
 
-void open_file_face(font_state_t& s) {
-  if (!std::ifstream(s.font_file, std::ios::binary).is_open())
-    QV_ABORT("freetype init lib failed. File is not accessible: " + s.font_file);
-  const FT_Error err = FT_New_Face(s.library, s.font_file.c_str(), 0, &s.face);
-  if (err) {
-    s.face = nullptr;
-    common::log_line("freetype could not read a face from " + s.font_file + " (error " +
-                     std::to_string(err) + "); text will not be drawn");
-  }
+// A file that exists but holds no face is logged, not fatal: text is then
+// missing, the rest of the display works.
+void log_unreadable_face(const std::string& path, FT_Error err) {
+  common::log_line("freetype could not read a face from " + path + " (error " +
+                   std::to_string(err) + "); text will not be drawn");
 }
 
 }  // namespace
@@ -53,7 +49,12 @@ void _init_ft() {
   if (!s.library && FT_Init_FreeType(&s.library)) QV_ABORT("freetype init lib failed");
   if (s.face) return;
   if (s.font_memory.empty()) {
-    open_file_face(s);
+    if (!std::ifstream(s.font_file, std::ios::binary).is_open())
+      QV_ABORT("freetype init lib failed. File is not accessible: " + s.font_file);
+    if (const FT_Error err = FT_New_Face(s.library, s.font_file.c_str(), 0, &s.face)) {
+      s.face = nullptr;
+      log_unreadable_face(s.font_file, err);
+    }
   } else if (FT_New_Memory_Face(s.library, s.font_memory.data(),
                                 static_cast<FT_Long>(s.font_memory.size()), 0, &s.face)) {
     QV_ABORT("freetype init memory face failed");

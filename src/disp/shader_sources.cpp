@@ -68,7 +68,9 @@ std::string geometry_vertex_source(program_kind kind) {
   if (kind != program_kind::flat) s += "uniform mat4 mv;\n";
   s += pick_declarations;
   if (is_colored(kind)) s += "uniform samplerBuffer color_table;\nuniform int color_table_size;\n";
-  s += "in vec3 pos;\n";
+  // The position takes attribute 0: in the compatibility profile, drawing
+  // without attribute 0 enabled may draw nothing.
+  s += "layout(location = 0) in vec3 pos;\n";
   if (is_colored(kind)) s += "in vec3 color;\n";
   if (is_lit(kind)) s += "in vec3 normal;\n";
   if (is_colored(kind)) s += "smooth out vec4 color_;\n";
@@ -105,7 +107,7 @@ std::string geometry_fragment_source(program_kind kind) {
 constexpr const char* text_vertex_source = R"(#version 330
 uniform mat4 proj;
 uniform vec3 p0;
-in vec2 pos;
+layout(location = 0) in vec2 pos;
 in vec2 texCoordinate;
 smooth out vec2 _texCoordinate;
 void main() {
