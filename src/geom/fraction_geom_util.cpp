@@ -19,6 +19,12 @@ vec3d to_vec3d(vec3fr& v) { return {v.x.value(), v.y.value(), v.z.value()}; }
 
 std::size_t hash(fr& f) {
   f.pack();
+  // pack leaves a negative denominator alone when the gcd is 1 (-1/-2), and
+  // equal values must still meet: hash the value with den made positive.
+  if (f.den.sign() < 0) {
+    fr turned = make_fraction(-f.num, -f.den);
+    return hash(turned);
+  }
   const std::hash<big_int_t> int_hash;
   const std::size_t seed = fold(int_hash(f.den)) * 37 + 1369;
   std::size_t g = int_hash(f.num);
