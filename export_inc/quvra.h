@@ -9,10 +9,14 @@
 #include "common/progress_monitor.h"
 #include "common/stop.h"
 #include "geom/fraction_unlimited.h"
+#include "disp/context.h"
+#include "disp/font.h"
+#include "disp/gl_loader.h"
 
 #ifdef __cplusplus
 #include "geom/stl3d.h"
 #include "geom/topo_stl3d.h"
+#include "disp/render_state.h"
 #endif
 
 #endif

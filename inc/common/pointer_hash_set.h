@@ -47,6 +47,13 @@ class pointer_hash_set {
     ++_size;
   }
 
+  // Calls fn(T*) for every entry, in table order.
+  template <class Fn>
+  void for_each(Fn&& fn) const {
+    for (const slot& s : _slots)
+      if (s.item) fn(s.item);
+  }
+
   // Removes the entry holding item; answers whether it was there.
   bool erase(const T* item, std::size_t hash) {
     if (_slots.empty()) return false;
