@@ -9,6 +9,7 @@
 #include "common/progress_monitor.h"
 #include "common/stop.h"
 #include "geom/fraction_unlimited.h"
+#include "geom/topo_stl3wfr.h"
 #include "disp/context.h"
 #include "disp/font.h"
 #include "disp/gl_loader.h"
