@@ -70,13 +70,13 @@ TEST(FloatingMeshTopology, LinksAgreeBetweenPointsLinesAndTriangles) {
   for (auto& l : m.lines()) {
     EXPECT_EQ(l.twin->twin, &l);
     EXPECT_EQ(l.twin->p0, l.p1);
-    ASSERT_EQ(l.tris.size(), 1u);
+    ASSERT_NE(l.tri, nullptr);
   }
   for (auto& t : m.tris()) {
     const auto corners = t.corners();
     for (int i = 0; i < 3; ++i) {
       EXPECT_EQ(t.lines[i]->p0, corners[i]);
-      EXPECT_EQ(t.lines[i]->tris.front(), &t);
+      EXPECT_EQ(t.lines[i]->tri, &t);
     }
   }
   for (auto& p : m.points()) EXPECT_EQ(p.forward_lines.size(), p.backward_lines.size());

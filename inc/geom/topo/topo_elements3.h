@@ -38,8 +38,9 @@ template <class T>
 struct topo_line3 {
   topo_point3<T>* p0;
   topo_point3<T>* p1;
-  // Triangles with this line on their boundary, so lying on its left.
-  boost::container::small_vector<topo_tri3<T>*, 1> tris;
+  // The triangle on its left, the last one made if the soup repeats the
+  // line.
+  topo_tri3<T>* tri = nullptr;
   topo_line3* twin = nullptr;
   vec3<T> vec = {not_computed, not_computed, not_computed};
   // Squared cosine between the normals of the triangles on both sides; stays

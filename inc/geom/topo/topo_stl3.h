@@ -70,6 +70,9 @@ class topo_stl3 {
  private:
   void _build(const double* records, std::size_t count);
   point_t* _point_at(T x, T y, T z);
+  // Lines are found through their start point's short list rather than a
+  // table of all lines: the point is in cache already, a large table never.
+  line_t* _line_from(point_t* p0, point_t* p1);
   line_t* _line_between(point_t* p0, point_t* p1);
   void _add_tri(point_t* a, point_t* b, point_t* c);
 
@@ -77,8 +80,7 @@ class topo_stl3 {
   std::deque<line_t> _lines;
   std::deque<tri_t> _tris;
   common::pointer_hash_set<point_t> _point_index;
-  common::pointer_hash_set<line_t> _line_index;
-  common::pointer_hash_set<tri_t> _tri_index;
+  std::array<point_t*, 4096> _recent_points{};
   T _round_cos = default_round_cos;
   T _round_cos_sq = default_round_cos * default_round_cos;
   std::unique_ptr<box3d> _box;

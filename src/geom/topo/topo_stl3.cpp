@@ -18,11 +18,6 @@ std::array<P*, 3> rotated_key(P* a, P* b, P* c) {
   return {a, b, c};
 }
 
-template <class P>
-std::size_t hash_key(const std::array<P*, 3>& k) {
-  return hash_point_pair(k[0], k[1]) * 31 + reinterpret_cast<std::uintptr_t>(k[2]);
-}
-
 }  // namespace
 
 template <class T>
@@ -36,9 +31,8 @@ topo_stl3<T>::topo_stl3(const stl3d_t& soup)
 
 template <class T>
 void topo_stl3<T>::_build(const double* records, std::size_t count) {
-  _point_index.reserve(2 * count);
-  _line_index.reserve(3 * count);
-  _tri_index.reserve(count);
+  // A closed mesh has about half as many points as triangles.
+  _point_index.reserve(count / 2);
   for (std::size_t i = 0; i < count; ++i) {
     const double* r = records + 12 * i;
     point_t* a = _point_at(r[0], r[1], r[2]);
@@ -52,39 +46,49 @@ void topo_stl3<T>::_build(const double* records, std::size_t count) {
 template <class T>
 typename topo_stl3<T>::point_t* topo_stl3<T>::_point_at(T x, T y, T z) {
   const std::size_t h = hash_xyz(x, y, z);
-  point_t* found = _point_index.find(h, [&](const point_t& p) { return p.x == x && p.y == y && p.z == z; });
-  if (found) return found;
-  point_t* p = &_points.emplace_back(point_t{x, y, z, {}, {}, {}});
-  _point_index.insert(p, h);
-  return p;
+  const auto same = [&](const point_t& p) { return p.x == x && p.y == y && p.z == z; };
+  // Neighbouring triangles of a soup share corners: a small table of recent
+  // points answers most lookups from cache.
+  point_t*& recent = _recent_points[h % _recent_points.size()];
+  if (recent && same(*recent)) return recent;
+  point_t* found = _point_index.find(h, same);
+  if (!found) {
+    found = &_points.emplace_back(point_t{x, y, z, {}, {}, {}});
+    _point_index.insert(found, h);
+  }
+  recent = found;
+  return found;
+}
+
+template <class T>
+typename topo_stl3<T>::line_t* topo_stl3<T>::_line_from(point_t* p0, point_t* p1) {
+  for (line_t* l : p0->forward_lines)
+    if (l->p1 == p1) return l;
+  return nullptr;
 }
 
 template <class T>
 typename topo_stl3<T>::line_t* topo_stl3<T>::_line_between(point_t* p0, point_t* p1) {
-  const std::size_t h = hash_point_pair(p0, p1);
-  line_t* found = _line_index.find(h, [&](const line_t& l) { return l.p0 == p0 && l.p1 == p1; });
-  if (found) return found;
-  line_t* line = &_lines.emplace_back(line_t{p0, p1, {}});
-  _line_index.insert(line, h);
+  if (line_t* found = _line_from(p0, p1)) return found;
+  line_t* line = &_lines.emplace_back(line_t{p0, p1});
   p0->forward_lines.push_back(line);
   p1->backward_lines.push_back(line);
-  line->twin = _line_index.find(hash_point_pair(p1, p0),
-                                [&](const line_t& l) { return l.p0 == p1 && l.p1 == p0; });
+  line->twin = _line_from(p1, p0);
   if (line->twin) line->twin->twin = line;
   return line;
 }
 
 template <class T>
 void topo_stl3<T>::_add_tri(point_t* a, point_t* b, point_t* c) {
+  // The same triangle, whichever corner it starts from, would own one of
+  // the lines already.
   const std::array<point_t*, 3> key = rotated_key(a, b, c);
-  const std::size_t h = hash_key(key);
-  const auto same = [&](const tri_t& t) { return rotated_key(t.a, t.b, t.c) == key; };
-  if (_tri_index.find(h, same)) return;
+  if (line_t* ab = _line_from(a, b); ab && ab->tri && rotated_key(ab->tri->a, ab->tri->b, ab->tri->c) == key)
+    return;
   tri_t* tri = &_tris.emplace_back(tri_t{a, b, c, {}});
   tri->lines = {_line_between(a, b), _line_between(b, c), _line_between(c, a)};
-  _tri_index.insert(tri, h);
   for (point_t* p : {a, b, c}) p->tris.push_back(tri);
-  for (line_t* l : tri->lines) l->tris.push_back(tri);
+  for (line_t* l : tri->lines) l->tri = tri;
 }
 
 template <class T>
@@ -118,10 +122,9 @@ const std::array<vec3<T>, 3>& topo_stl3<T>::vertex_normals(tri_t& tri) {
 
 template <class T>
 T topo_stl3<T>::bend(line_t& line) {
-  if (!std::isnan(line.bend) || !line.twin || line.tris.empty() || line.twin->tris.empty())
-    return line.bend;
-  const vec3<T>& n1 = line.tris.front()->get_cross();
-  const vec3<T>& n2 = line.twin->tris.front()->get_cross();
+  if (!std::isnan(line.bend) || !line.twin || !line.tri || !line.twin->tri) return line.bend;
+  const vec3<T>& n1 = line.tri->get_cross();
+  const vec3<T>& n2 = line.twin->tri->get_cross();
   const T d = dot(n1, n2);
   line.bend = d * d / (dot(n1, n1) * dot(n2, n2));
   line.twin->bend = line.bend;
