@@ -1,0 +1,27 @@
+#pragma once
+
+// What the host tells the interpreter before a run.
+
+#include <cstdint>
+
+#include "interp/move_t.h"
+#include "interp/tool_table.h"
+
+namespace mill {
+
+struct interp_options_t {
+  // Largest distance, in mm, between an arc and its chords. The cutting
+  // stage cannot see finer than its cells, so a quarter of the cell width
+  // keeps the chords invisible in the result.
+  double chord_tolerance = 0.01;
+  vec3_t start{};  // machine position in mm before the first move
+  int tool = 0;    // tool in the spindle before any change
+  // When set, a T word must name a tool of this table. Not owned; must
+  // outlive the run.
+  const tool_table_t* tools = nullptr;
+  // Blocks and control lines a run may execute before it is taken for an
+  // endless loop.
+  std::uint64_t max_steps = 100'000'000;
+};
+
+}  // namespace mill

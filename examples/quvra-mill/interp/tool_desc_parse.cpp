@@ -1,0 +1,102 @@
+#include "interp/tool_desc_parse.h"
+
+#include <charconv>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace mill {
+
+namespace {
+
+void require(bool ok, const std::string& reason) {
+  if (!ok) throw std::invalid_argument(reason);
+}
+
+std::string_view trim(std::string_view s) {
+  while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
+  while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
+  return s;
+}
+
+std::vector<double> parse_numbers(std::string_view list) {
+  std::vector<double> out;
+  while (true) {
+    const auto comma = list.find(',');
+    const std::string_view item = trim(list.substr(0, comma));
+    double v = 0;
+    const auto [end, ec] = std::from_chars(item.data(), item.data() + item.size(), v);
+    require(ec == std::errc() && end == item.data() + item.size() && !item.empty(),
+            "bad number '" + std::string(item) + "'");
+    out.push_back(v);
+    if (comma == std::string_view::npos) return out;
+    list.remove_prefix(comma + 1);
+  }
+}
+
+void require_count(const std::vector<double>& v, std::size_t n, std::string_view kind) {
+  require(v.size() == n,
+          std::string(kind) + " takes " + std::to_string(n) + " number" + (n == 1 ? "" : "s"));
+}
+
+}  // namespace
+
+tool_desc_t flat_tool(double d) {
+  require(d > 0, "diameter must be positive");
+  return {tool_shape::flat, d, 0, d / 2, 0, 0, 0, 0};
+}
+
+tool_desc_t ball_tool(double d) {
+  require(d > 0, "diameter must be positive");
+  return {tool_shape::ball, d, d / 2, 0, d / 2, 0, 0, 0};
+}
+
+tool_desc_t bull_tool(double d, double r) {
+  require(d > 0, "diameter must be positive");
+  require(r >= 0 && r <= d / 2, "corner radius must lie between 0 and half the diameter");
+  // The extremes are the simpler shapes, whichever way the user wrote them.
+  const tool_shape shape = r == 0       ? tool_shape::flat
+                           : r == d / 2 ? tool_shape::ball
+                                        : tool_shape::bull;
+  return {shape, d, r, d / 2 - r, r, 0, 0, 0};
+}
+
+tool_desc_t drill_tool(double d, double point_angle) {
+  require(d > 0, "diameter must be positive");
+  require(point_angle > 0 && point_angle < 180, "point angle must lie between 0 and 180 degrees");
+  return {tool_shape::drill, d, 0, 0, 0, 90 - point_angle / 2, 0, 0};
+}
+
+tool_desc_t apt_tool(const std::array<double, 7>& p) {
+  const auto [d, r, e, f, alpha, beta, h] = p;
+  require(d > 0, "diameter must be positive");
+  require(r >= 0 && e >= 0 && f >= 0, "corner radius and corner centre must not be negative");
+  require(e + r <= d / 2 + 1e-9, "corner reaches beyond the diameter");
+  require(alpha >= 0 && alpha < 90, "bottom angle must lie in [0, 90) degrees");
+  require(beta > -90 && beta < 90, "side angle must lie in (-90, 90) degrees");
+  require(h >= 0, "height must not be negative");
+  return {tool_shape::apt, d, r, e, f, alpha, beta, h};
+}
+
+tool_desc_t parse_tool_desc(std::string_view text) {
+  text = trim(text);
+  const auto colon = text.find(':');
+  const std::string_view kind = colon == std::string_view::npos ? "apt" : text.substr(0, colon);
+  const std::vector<double> v =
+      parse_numbers(colon == std::string_view::npos ? text : text.substr(colon + 1));
+  if (kind == "flat" || kind == "ball") {
+    require_count(v, 1, kind);
+    return kind == "flat" ? flat_tool(v[0]) : ball_tool(v[0]);
+  }
+  if (kind == "bull" || kind == "drill") {
+    require_count(v, 2, kind);
+    return kind == "bull" ? bull_tool(v[0], v[1]) : drill_tool(v[0], v[1]);
+  }
+  if (kind == "apt") {
+    require_count(v, 7, kind);
+    return apt_tool({v[0], v[1], v[2], v[3], v[4], v[5], v[6]});
+  }
+  throw std::invalid_argument("unknown tool kind '" + std::string(kind) + "'");
+}
+
+}  // namespace mill

@@ -1,0 +1,38 @@
+#pragma once
+
+// Shared by the interpreter tests: running program text and comparing
+// points.
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+#include <string_view>
+
+#include "interp/move_t.h"
+#include "interp/source_error_t.h"
+
+namespace mill::test {
+
+inline void expect_point(const vec3_t& actual, const vec3_t& expected, double tol = 1e-9) {
+  for (int i = 0; i < 3; ++i) EXPECT_NEAR(actual[i], expected[i], tol) << "coordinate " << i;
+}
+
+inline double distance(const vec3_t& a, const vec3_t& b) {
+  return std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]);
+}
+
+// The message of the source_error_t that run throws; fails the test when
+// it throws none.
+template <typename F>
+std::string error_of(F&& run) {
+  try {
+    run();
+  } catch (const source_error_t& e) {
+    return e.what();
+  }
+  ADD_FAILURE() << "expected a source_error_t";
+  return {};
+}
+
+}  // namespace mill::test
