@@ -9,6 +9,7 @@
 // of a few dozen bits, and the products of two of them, never touch the heap.
 
 #include <cstddef>
+#include <cstdint>
 
 // GCC 12 cannot see through the union that holds a cpp_int's inline limbs
 // and reports them as maybe uninitialized wherever msb() is inlined.
@@ -21,8 +22,14 @@ namespace geom {
 
 using big_int_t = boost::multiprecision::cpp_int;
 
-// Greatest common divisor of the magnitudes; gcd(0, 0) is 0.
+// Greatest common divisor of the magnitudes; gcd(0, 0) is 0. Integers of one
+// machine word, the common case on a model grid, take a word-sized path.
 big_int_t gcd_of(const big_int_t& a, const big_int_t& b);
+
+// Whether |n| fits one 64-bit word, and that magnitude: the word-sized
+// paths that spare small values the general algorithms.
+bool fits_word(const big_int_t& n);
+std::uint64_t word_magnitude(const big_int_t& n);
 
 // Number of bits of the magnitude; 0 for zero.
 std::size_t bit_length(const big_int_t& n);

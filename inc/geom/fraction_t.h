@@ -68,10 +68,22 @@ class fraction_t {
   bool sub_assign(std::int64_t i);
   bool mul_assign(std::int64_t i);
   bool div_assign(std::int64_t i);
-  fraction_t& operator+=(const fraction_t& b) { add_assign(b); return *this; }
-  fraction_t& operator-=(const fraction_t& b) { sub_assign(b); return *this; }
-  fraction_t& operator*=(const fraction_t& b) { mul_assign(b); return *this; }
-  fraction_t& operator/=(const fraction_t& b) { div_assign(b); return *this; }
+  fraction_t& operator+=(const fraction_t& b) {
+    add_assign(b);
+    return *this;
+  }
+  fraction_t& operator-=(const fraction_t& b) {
+    sub_assign(b);
+    return *this;
+  }
+  fraction_t& operator*=(const fraction_t& b) {
+    mul_assign(b);
+    return *this;
+  }
+  fraction_t& operator/=(const fraction_t& b) {
+    div_assign(b);
+    return *this;
+  }
 
   // Flips the sign of num (a zero stays unsigned) and of a cached eva.
   void negate();
@@ -127,6 +139,8 @@ class fraction_t {
   // The tail of every mutating arithmetic: normalize_special(), and a value
   // that did not land on a canonical form loses both status bits.
   bool _settle();
+  // A copy of *this with an in-place operation applied.
+  fraction_t _copy_with(void (fraction_t::*op)()) const;
 };
 
 extern template class fraction_t<0, double>;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numeric>
 #include <utility>
 
 namespace geom {
@@ -219,47 +220,57 @@ void fraction_t<Bits, Approx>::set_reciprocal() {
 }
 
 template <unsigned Bits, class Approx>
-fraction_t<Bits, Approx> fraction_t<Bits, Approx>::neg() const {
+fraction_t<Bits, Approx> fraction_t<Bits, Approx>::_copy_with(void (fraction_t::*op)()) const {
   fraction_t f(*this);
-  f.negate();
+  (f.*op)();
   return f;
+}
+
+template <unsigned Bits, class Approx>
+fraction_t<Bits, Approx> fraction_t<Bits, Approx>::neg() const {
+  return _copy_with(&fraction_t::negate);
 }
 
 template <unsigned Bits, class Approx>
 fraction_t<Bits, Approx> fraction_t<Bits, Approx>::get_abs() const {
-  fraction_t f(*this);
-  f.set_abs();
-  return f;
+  return _copy_with(&fraction_t::set_abs);
 }
 
 template <unsigned Bits, class Approx>
 fraction_t<Bits, Approx> fraction_t<Bits, Approx>::get_reciprocal() const {
-  fraction_t f(*this);
-  f.set_reciprocal();
-  return f;
+  return _copy_with(&fraction_t::set_reciprocal);
 }
 
 template <unsigned Bits, class Approx>
 fraction_t<Bits, Approx> fraction_t<Bits, Approx>::get_square() const {
-  fraction_t f(*this);
-  f.set_square();
-  return f;
+  return _copy_with(&fraction_t::set_square);
 }
 
 template <unsigned Bits, class Approx>
 void fraction_t<Bits, Approx>::pack() {
   if (is_packed()) return;
-  const big_int_t g = gcd_of(num, den);
-  if (g > 1) {
-    if (den.sign() < 0) {
-      num = -num / g;
-      den = -den / g;
-    } else {
-      num /= g;
-      den /= g;
-    }
-  }
   status |= packed_bit;
+  if (fits_word(num) && fits_word(den)) {
+    // Word-sized integers, the common case on a model grid, reduce in words.
+    const std::uint64_t n = word_magnitude(num);
+    const std::uint64_t d = word_magnitude(den);
+    const std::uint64_t g = std::gcd(n, d);
+    if (g <= 1) return;
+    const bool negative = (num.sign() < 0) != (den.sign() < 0);
+    num = n / g;
+    if (negative) num = -num;
+    den = d / g;
+    return;
+  }
+  const big_int_t g = gcd_of(num, den);
+  if (g <= 1) return;
+  if (den.sign() < 0) {
+    num = -num / g;
+    den = -den / g;
+  } else {
+    num /= g;
+    den /= g;
+  }
 }
 
 template <unsigned Bits, class Approx>

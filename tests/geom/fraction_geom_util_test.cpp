@@ -131,8 +131,8 @@ TEST(inflated_box, boxes_around_exact_corners_grow_outward) {
   const geom::box3<vec3d> point = inflated_box(at_origin);
   EXPECT_DOUBLE_EQ(point.max.x - point.min.x, 2e-12);
   EXPECT_DOUBLE_EQ(point.max.z - point.min.z, 2e-12);
-  geom::tri3<vec3fr, vec3fr> far{v3(fr(1000), fr(-1, 3), fr(0)), v3(fr(-1000), fr(1, 3), fr(2)),
-                                 v3(fr(1), fr(0), fr(1)), {}};
+  geom::tri3<vec3fr, vec3fr> far{
+      v3(fr(1000), fr(-1, 3), fr(0)), v3(fr(-1000), fr(1, 3), fr(2)), v3(fr(1), fr(0), fr(1)), {}};
   const geom::box3<vec3d> box = inflated_box(far);
   EXPECT_DOUBLE_EQ(box.max.x, 1000 + 1000 * 1e-9 + 1e-12);
   EXPECT_DOUBLE_EQ(box.min.x, -1000 - 1000 * 1e-9 - 1e-12);

@@ -56,11 +56,16 @@ class sample_source_t {
 
   sample_t next() {
     switch (_rng() % 16) {
-      case 0: return {fr::nan(), nan_model()};
-      case 1: return {fr::positive_inf(), inf_of_sign(1)};
-      case 2: return {fr::negative_inf(), inf_of_sign(-1)};
-      case 3: return {fr::zero(), finite(0)};
-      default: return _finite();
+      case 0:
+        return {fr::nan(), nan_model()};
+      case 1:
+        return {fr::positive_inf(), inf_of_sign(1)};
+      case 2:
+        return {fr::negative_inf(), inf_of_sign(-1)};
+      case 3:
+        return {fr::zero(), finite(0)};
+      default:
+        return _finite();
     }
   }
 
@@ -184,24 +189,20 @@ void expect_result(const fr& got, const model_t& want) {
 constexpr std::int32_t int32_top = std::numeric_limits<std::int32_t>::max();
 constexpr std::int32_t int32_bottom = std::numeric_limits<std::int32_t>::min();
 
-// floor and ceil saturate; the final +-1 of each wraps past the far end.
-std::int32_t floor_model(const model_t& m) {
+// Beyond the 32-bit range floor_int answers the top on either side (above by
+// saturation, below by the wrap of its final -1), and ceil_int the bottom.
+std::int32_t rounded_model(const model_t& m, void (*divide)(mpz_ptr, mpz_srcptr, mpz_srcptr),
+                           std::int32_t beyond_range) {
   if (m.kind == kind_t::nan) return 0;
   if (m.is_inf()) return m.sign() > 0 ? int32_top : int32_bottom;
-  mpz_class f;
-  mpz_fdiv_q(f.get_mpz_t(), m.q.get_num_mpz_t(), m.q.get_den_mpz_t());
-  if (f > int32_top || f < int32_bottom) return int32_top;
-  return static_cast<std::int32_t>(f.get_si());
+  mpz_class r;
+  divide(r.get_mpz_t(), m.q.get_num_mpz_t(), m.q.get_den_mpz_t());
+  if (r > int32_top || r < int32_bottom) return beyond_range;
+  return static_cast<std::int32_t>(r.get_si());
 }
 
-std::int32_t ceil_model(const model_t& m) {
-  if (m.kind == kind_t::nan) return 0;
-  if (m.is_inf()) return m.sign() > 0 ? int32_top : int32_bottom;
-  mpz_class c;
-  mpz_cdiv_q(c.get_mpz_t(), m.q.get_num_mpz_t(), m.q.get_den_mpz_t());
-  if (c > int32_top || c < int32_bottom) return int32_bottom;
-  return static_cast<std::int32_t>(c.get_si());
-}
+std::int32_t floor_model(const model_t& m) { return rounded_model(m, mpz_fdiv_q, int32_top); }
+std::int32_t ceil_model(const model_t& m) { return rounded_model(m, mpz_cdiv_q, int32_bottom); }
 
 constexpr int pair_count = 3000;
 

@@ -125,7 +125,7 @@ TEST(fraction_unlimited_bytes, sizes_reserve_a_sign_byte_only_for_positives) {
     const char* text;
     int32_t size;
   };
-  const row_t rows[] = {{"127", 1}, {"128", 2}, {"255", 2}, {"256", 2},
+  const row_t rows[] = {{"127", 1}, {"128", 2},  {"255", 2},  {"256", 2},
                         {"0", 1},   {"-128", 1}, {"-255", 1}, {"-32768", 2}};
   for (const row_t& r : rows) {
     handle_t f = from_text(r.text, "1");

@@ -1,4 +1,5 @@
-// NOLINTBEGIN(bugprone-reserved-identifier): the family__verb names are the boundary's fixed contract.
+// NOLINTBEGIN(bugprone-reserved-identifier): the family__verb names are the boundary's fixed
+// contract.
 #include "geom/fraction_unlimited.h"
 
 #include <cstdlib>
@@ -174,7 +175,8 @@ void fraction_unlimited__set_num_str(fr* f, const char* text) noexcept {
 void fraction_unlimited__set_den_str(fr* f, const char* text) noexcept {
   if (f && text) f->set_den(parse_integer(text));
 }
-void fraction_unlimited__set_num_den_str(fr* f, const char* num_text, const char* den_text) noexcept {
+void fraction_unlimited__set_num_den_str(fr* f, const char* num_text,
+                                         const char* den_text) noexcept {
   if (!f || !num_text || !den_text) return;
   // Both parse before either is stored.
   geom::big_int_t num = parse_integer(num_text);
