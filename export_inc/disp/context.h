@@ -79,10 +79,11 @@ QV_API bool delete_disp_context(void) QV_NOEXCEPT;
 QV_API void lock_context(disp_context* ctx) QV_NOEXCEPT;
 
 /* Undoes one lock_context; the outermost unlock releases the context and the
-   GL mutex. Null is ignored. */
+   GL mutex. Null, or a context that is not locked, is ignored. */
 QV_API void unlock_context(disp_context* ctx) QV_NOEXCEPT;
 
-/* lock_context on the calling thread's context, which must exist. */
+/* lock_context on the calling thread's context, which must exist: without
+   one the process ends with a message that says so. */
 QV_API void lock_context_by_thread_map(void) QV_NOEXCEPT;
 
 /* unlock_context on the calling thread's context; nothing if it has none. */

@@ -35,8 +35,8 @@ extern "C" {
    caller, free with bind__delete. Null when a matrix is null or memory runs
    out. */
 QV_API disp::bind* bind__new(const geom::mat4d* model, const geom::mat4d* view,
-                             const geom::mat4d* scale, const geom::mat4d* to_clip,
-                             int32_t flags, int32_t width, int32_t height) noexcept;
+                             const geom::mat4d* scale, const geom::mat4d* to_clip, int32_t flags,
+                             int32_t width, int32_t height) noexcept;
 
 /* Null-safe. GL state is not restored. */
 QV_API void bind__delete(disp::bind* b) noexcept;
@@ -61,8 +61,7 @@ QV_API double bind__getMvScale(disp::bind* b) noexcept;
 /* How the sphere at centre (model space) with radius lies against the view
    box: 0 outside, 1 crossing its border, 2 wholly inside. centre is three
    doubles. */
-QV_API int32_t bind__getMvpBoxRelation(disp::bind* b, const double* centre,
-                                       double radius) noexcept;
+QV_API int32_t bind__getMvpBoxRelation(disp::bind* b, const double* centre, double radius) noexcept;
 
 /* The depth range, -2 / to_clip[10]: the depth_max that init_disp gave. */
 QV_API double bind__get_proj_depth(disp::bind* b) noexcept;

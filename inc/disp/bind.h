@@ -37,7 +37,7 @@ class bind {
   void pop();
   void load(const mat4d& m);
   const mat4d& top() const;
-  void reset();  // one identity, not the constructor's model
+  void reset();                       // one identity, not the constructor's model
   void push_product(const mat4d& m);  // new top = m * top
   void scale_top(double s);
   void translate_top(double x, double y, double z);

@@ -43,8 +43,7 @@ class gl_debug_log_t {
 gl_debug_log_t& gl_debug_log();
 
 // "OpenGL debug [ERROR HIGH id=7]: text", with trailing line ends stripped.
-std::string format_gl_debug_message(GLenum type, GLenum severity, GLuint id,
-                                    std::string_view text);
+std::string format_gl_debug_message(GLenum type, GLenum severity, GLuint id, std::string_view text);
 
 inline constexpr std::string_view gl_debug_limit_message =
     "OpenGL debug: message limit reached, further driver messages will not be logged by this "

@@ -26,6 +26,13 @@ float gl_float(GLenum name) {
   return value;
 }
 
+// Sets the last saved value again and forgets it; nothing when none is saved.
+void restore_gl_float(std::vector<float>& saved, void(GLAD_API_PTR* set)(GLfloat)) {
+  if (saved.empty()) return;
+  set(saved.back());
+  saved.pop_back();
+}
+
 }  // namespace
 
 bind::bind(const mat4d& model, const mat4d& view_, const mat4d& scale_, const mat4d& to_clip_,
@@ -173,11 +180,7 @@ void bind::push_load_line_width(double w) {
   glLineWidth(static_cast<GLfloat>(w));
 }
 
-void bind::pop_line_width() {
-  if (_line_width_stack.empty()) return;
-  glLineWidth(_line_width_stack.back());
-  _line_width_stack.pop_back();
-}
+void bind::pop_line_width() { restore_gl_float(_line_width_stack, glad_glLineWidth); }
 
 void bind::push_point_size() { _point_size_stack.push_back(gl_float(GL_POINT_SIZE)); }
 
@@ -186,11 +189,7 @@ void bind::push_load_point_size(double s) {
   glPointSize(static_cast<GLfloat>(s));
 }
 
-void bind::pop_point_size() {
-  if (_point_size_stack.empty()) return;
-  glPointSize(_point_size_stack.back());
-  _point_size_stack.pop_back();
-}
+void bind::pop_point_size() { restore_gl_float(_point_size_stack, glad_glPointSize); }
 
 void bind::push_pixel_mode() {
   push();

@@ -15,6 +15,9 @@ void disp_context::lock() {
 }
 
 void disp_context::unlock() {
+  // An unlock without a lock would otherwise wrap the depth and keep the
+  // context current for good.
+  if (lock_depth == 0) return;
   if (--lock_depth != 0) return;
   disp_raw_context_t::release_current();
   gl_mutex().unlock();

@@ -31,8 +31,7 @@ EGLDisplay display() { return egl_display().display; }
 }  // namespace
 
 disp_raw_context_t::disp_raw_context_t()
-    : disp_raw_context_t(egl_display().surfaceless ? surface_kind::none
-                                                   : surface_kind::pbuffer) {}
+    : disp_raw_context_t(egl_display().surfaceless ? surface_kind::none : surface_kind::pbuffer) {}
 
 disp_raw_context_t::disp_raw_context_t(surface_kind kind) : depth_max(default_depth_max) {
   const EGLint surface_type = kind == surface_kind::pbuffer ? EGL_PBUFFER_BIT : 0;
@@ -49,15 +48,21 @@ disp_raw_context_t::disp_raw_context_t(surface_kind kind) : depth_max(default_de
 
   // The API choice is per thread and also decides which context a later
   // eglMakeCurrent on this thread replaces.
-  QV_CHECK(eglBindAPI(EGL_OPENGL_API), "eglBindAPI(EGL_OPENGL_API) failed: " + last_egl_error_text());
-  const EGLint attribs[] = {EGL_CONTEXT_MAJOR_VERSION, 3, EGL_CONTEXT_MINOR_VERSION, 3,
+  QV_CHECK(eglBindAPI(EGL_OPENGL_API),
+           "eglBindAPI(EGL_OPENGL_API) failed: " + last_egl_error_text());
+  const EGLint attribs[] = {EGL_CONTEXT_MAJOR_VERSION,
+                            3,
+                            EGL_CONTEXT_MINOR_VERSION,
+                            3,
                             EGL_CONTEXT_OPENGL_PROFILE_MASK,
-                            EGL_CONTEXT_OPENGL_COMPATIBILITY_PROFILE_BIT, EGL_NONE};
+                            EGL_CONTEXT_OPENGL_COMPATIBILITY_PROFILE_BIT,
+                            EGL_NONE};
   std::lock_guard lock(gl_mutex());
   auto& live = live_set();
   const EGLContext share = live.empty() ? EGL_NO_CONTEXT : (*live.begin())->context;
   context = eglCreateContext(display(), format->config, share, attribs);
-  QV_CHECK(context != EGL_NO_CONTEXT, "initClass eglCreateContext failed: " + last_egl_error_text());
+  QV_CHECK(context != EGL_NO_CONTEXT,
+           "initClass eglCreateContext failed: " + last_egl_error_text());
   live.insert(this);
 }
 

@@ -12,24 +12,37 @@ namespace {
 
 std::string_view type_word(GLenum type) {
   switch (type) {
-    case GL_DEBUG_TYPE_ERROR: return "ERROR";
-    case GL_DEBUG_TYPE_DEPRECATED_BEHAVIOR: return "DEPRECATED";
-    case GL_DEBUG_TYPE_UNDEFINED_BEHAVIOR: return "UNDEFINED";
-    case GL_DEBUG_TYPE_PORTABILITY: return "PORTABILITY";
-    case GL_DEBUG_TYPE_PERFORMANCE: return "PERFORMANCE";
-    case GL_DEBUG_TYPE_MARKER: return "MARKER";
-    case GL_DEBUG_TYPE_PUSH_GROUP: return "PUSH_GROUP";
-    case GL_DEBUG_TYPE_POP_GROUP: return "POP_GROUP";
-    default: return "OTHER";
+    case GL_DEBUG_TYPE_ERROR:
+      return "ERROR";
+    case GL_DEBUG_TYPE_DEPRECATED_BEHAVIOR:
+      return "DEPRECATED";
+    case GL_DEBUG_TYPE_UNDEFINED_BEHAVIOR:
+      return "UNDEFINED";
+    case GL_DEBUG_TYPE_PORTABILITY:
+      return "PORTABILITY";
+    case GL_DEBUG_TYPE_PERFORMANCE:
+      return "PERFORMANCE";
+    case GL_DEBUG_TYPE_MARKER:
+      return "MARKER";
+    case GL_DEBUG_TYPE_PUSH_GROUP:
+      return "PUSH_GROUP";
+    case GL_DEBUG_TYPE_POP_GROUP:
+      return "POP_GROUP";
+    default:
+      return "OTHER";
   }
 }
 
 std::string_view severity_word(GLenum severity) {
   switch (severity) {
-    case GL_DEBUG_SEVERITY_HIGH: return "HIGH";
-    case GL_DEBUG_SEVERITY_MEDIUM: return "MEDIUM";
-    case GL_DEBUG_SEVERITY_LOW: return "LOW";
-    default: return "NOTIFICATION";
+    case GL_DEBUG_SEVERITY_HIGH:
+      return "HIGH";
+    case GL_DEBUG_SEVERITY_MEDIUM:
+      return "MEDIUM";
+    case GL_DEBUG_SEVERITY_LOW:
+      return "LOW";
+    default:
+      return "NOTIFICATION";
   }
 }
 
@@ -56,9 +69,9 @@ void gl_debug_log_t::on_message(GLenum type, GLenum severity, GLuint id, GLsizei
   if (_budget.load() < 1) return;
   const int before = _budget.fetch_sub(1);
   if (before < 1) return;
-  const std::string_view body =
-      !text ? std::string_view() : length < 1 ? std::string_view(text)
-                                              : std::string_view(text, static_cast<size_t>(length));
+  const std::string_view body = !text        ? std::string_view()
+                                : length < 1 ? std::string_view(text)
+                                             : std::string_view(text, static_cast<size_t>(length));
   common::log_line(format_gl_debug_message(type, severity, id, body));
   if (before - 1 < 1) common::log_line(gl_debug_limit_message);
 }

@@ -9,12 +9,18 @@ std::optional<pixel_format_t> choose_pixel_format(EGLDisplay display, EGLint sur
   // size that any configuration reaches wins.
   static constexpr EGLint sizes[] = {64, 32, 16};
   for (const EGLint bits : sizes) {
-    const EGLint attribs[] = {EGL_RENDERABLE_TYPE, EGL_OPENGL_BIT,
-                              EGL_SURFACE_TYPE,    surface_type,
-                              EGL_COLOR_BUFFER_TYPE, EGL_RGB_BUFFER,
-                              EGL_BUFFER_SIZE,     bits,
-                              EGL_ALPHA_SIZE,      1,
-                              EGL_DEPTH_SIZE,      bits,
+    const EGLint attribs[] = {EGL_RENDERABLE_TYPE,
+                              EGL_OPENGL_BIT,
+                              EGL_SURFACE_TYPE,
+                              surface_type,
+                              EGL_COLOR_BUFFER_TYPE,
+                              EGL_RGB_BUFFER,
+                              EGL_BUFFER_SIZE,
+                              bits,
+                              EGL_ALPHA_SIZE,
+                              1,
+                              EGL_DEPTH_SIZE,
+                              bits,
                               EGL_NONE};
     EGLConfig config = nullptr;
     EGLint count = 0;

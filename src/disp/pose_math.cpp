@@ -4,9 +4,7 @@
 
 namespace disp {
 
-geom::mat4d uniform_scale(double s) {
-  return {{s, 0, 0, 0, 0, s, 0, 0, 0, 0, s, 0, 0, 0, 0, 1}};
-}
+geom::mat4d uniform_scale(double s) { return {{s, 0, 0, 0, 0, s, 0, 0, 0, 0, s, 0, 0, 0, 0, 1}}; }
 
 geom::mat4d translation(double x, double y, double z) {
   return {{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, x, y, z, 1}};

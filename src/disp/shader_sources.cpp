@@ -79,7 +79,8 @@ std::string geometry_vertex_source(program_kind kind) {
   s += "void main() {\n";
   s += "  pick_ = use_vertex_pick != 0 ? pick : uint(picking_id);\n";
   if (is_colored(kind)) s += recolour_fragment("c", "color");
-  if (is_lit(kind)) s += "  normal_ = normalize(mv * vec4(normal, 0.0));\n  pos_ = mv * vec4(pos, 1);\n";
+  if (is_lit(kind))
+    s += "  normal_ = normalize(mv * vec4(normal, 0.0));\n  pos_ = mv * vec4(pos, 1);\n";
   if (is_colored(kind)) s += "  color_ = vec4(c, 1);\n";
   s += "  gl_Position = mvp * vec4(pos, 1.0);\n}\n";
   return s;
@@ -88,17 +89,26 @@ std::string geometry_vertex_source(program_kind kind) {
 std::string geometry_fragment_source(program_kind kind) {
   std::string s = "#version 330\n";
   s += is_colored(kind) ? "smooth in vec4 color_;\n" : "uniform vec3 uniColor;\n";
-  if (is_lit(kind)) s += "uniform float specular_rate;\nsmooth in vec4 normal_;\nsmooth in vec4 pos_;\n";
+  if (is_lit(kind))
+    s += "uniform float specular_rate;\nsmooth in vec4 normal_;\nsmooth in vec4 pos_;\n";
   s += "flat in uint pick_;\n";
   s += fragment_outputs;
   if (is_lit(kind)) s += lighting_functions;
 
   s += "void main() {\n";
   switch (kind) {
-    case program_kind::flat: s += "  frag = vec4(uniColor, 1);\n"; break;
-    case program_kind::lit: s += "  frag = vec4(lighting(uniColor), 1);\n"; break;
-    case program_kind::colored: s += "  frag = color_;\n"; break;
-    default: s += "  frag = vec4(lighting(color_.xyz), 1);\n"; break;
+    case program_kind::flat:
+      s += "  frag = vec4(uniColor, 1);\n";
+      break;
+    case program_kind::lit:
+      s += "  frag = vec4(lighting(uniColor), 1);\n";
+      break;
+    case program_kind::colored:
+      s += "  frag = color_;\n";
+      break;
+    default:
+      s += "  frag = vec4(lighting(color_.xyz), 1);\n";
+      break;
   }
   s += "  frag_pick = pick_;\n}\n";
   return s;
@@ -136,10 +146,14 @@ std::string recolour_fragment(const std::string& target, const std::string& sour
   const std::string shift = std::to_string(pick_generation_shift);
   return "  vec3 " + target + " = " + source + ";\n" +
          "  if (use_vertex_pick != 0 && pick != 0u) {\n"
-         "    int slot = int(pick & uint(" + mask + "));\n"
+         "    int slot = int(pick & uint(" +
+         mask +
+         "));\n"
          "    if (slot < color_table_size) {\n"
          "      vec4 t = texelFetch(color_table, slot);\n"
-         "      if (int(t.w + 0.5) == int(pick >> " + shift + ") + 1) " + target + " = t.rgb;\n"
+         "      if (int(t.w + 0.5) == int(pick >> " +
+         shift + ") + 1) " + target +
+         " = t.rgb;\n"
          "    }\n"
          "  }\n";
 }

@@ -114,7 +114,8 @@ TEST_F(BindTest, BoxRelationIsStrictOnBothLimits) {
   EXPECT_EQ(bind__getMvpBoxRelation(b, centre, 1.0), 1) << "touching the inner limit crosses";
   // View x is model -y after the quarter turn.
   const double beside[3] = {0, -2.5, 0};
-  EXPECT_EQ(bind__getMvpBoxRelation(b, beside, 0.5), 1) << "touching the outer limit is not outside";
+  EXPECT_EQ(bind__getMvpBoxRelation(b, beside, 0.5), 1)
+      << "touching the outer limit is not outside";
   EXPECT_EQ(bind__getMvpBoxRelation(b, beside, 0.4), 0);
 }
 
@@ -175,7 +176,8 @@ TEST_F(BindTest, PixelModesMakeOneUnitOnePixel) {
   bind__push_no_rotation_pixel_mode(b);
   const mat4d mvs = b->mvs();
   expect_near(mvs, disp::translation(mvs.m[12], mvs.m[13], mvs.m[14]));
-  const geom::vec3d origin = (disp::translation(1, 2, 3) * turn_z_90() * panel_scale()).apply({0, 0, 0});
+  const geom::vec3d origin =
+      (disp::translation(1, 2, 3) * turn_z_90() * panel_scale()).apply({0, 0, 0});
   EXPECT_NEAR(mvs.m[12], origin.x, 1e-9);
   EXPECT_NEAR(mvs.m[13], origin.y, 1e-9);
   mat_stack__pop(b);

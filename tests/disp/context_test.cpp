@@ -21,11 +21,13 @@ using disp_test::on_new_thread;
 
 // True when another thread could take the GL mutex right now.
 bool gl_mutex_free_for_others() {
-  return std::async(std::launch::async, [] {
-           if (!disp::gl_mutex().try_lock()) return false;
-           disp::gl_mutex().unlock();
-           return true;
-         }).get();
+  return std::async(std::launch::async,
+                    [] {
+                      if (!disp::gl_mutex().try_lock()) return false;
+                      disp::gl_mutex().unlock();
+                      return true;
+                    })
+      .get();
 }
 
 TEST(DispContext, ContextsOnTwoThreadsShareABuffer) {
@@ -154,7 +156,8 @@ TEST(DispContext, SwapSucceedsWithAndWithoutASurface) {
   EXPECT_EQ(swap_buffer(get_disp_context()), 1);
   EXPECT_EQ(swap_buffer(nullptr), 0);
   on_new_thread([] {
-    disp::disp_context ctx{0, 0, disp::disp_raw_context_t(disp::disp_raw_context_t::surface_kind::pbuffer)};
+    disp::disp_context ctx{
+        0, 0, disp::disp_raw_context_t(disp::disp_raw_context_t::surface_kind::pbuffer)};
     EXPECT_NE(ctx.raw.surface, EGL_NO_SURFACE);
     ctx.lock();
     EXPECT_NE(glGetString(GL_VERSION), nullptr);

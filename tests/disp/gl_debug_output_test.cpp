@@ -76,8 +76,8 @@ TEST(GlDebugOutput, DriverMessagesAreLoggedUntilTheBudgetEndsWithOneLimitLine) {
   disp_test::clear_log();
   for (int i = 0; i < budget + 3; ++i) {
     const std::string text = "message " + std::to_string(i) + "\n";
-    glDebugMessageInsert(GL_DEBUG_SOURCE_APPLICATION, GL_DEBUG_TYPE_ERROR,
-                         static_cast<GLuint>(i), GL_DEBUG_SEVERITY_HIGH, -1, text.c_str());
+    glDebugMessageInsert(GL_DEBUG_SOURCE_APPLICATION, GL_DEBUG_TYPE_ERROR, static_cast<GLuint>(i),
+                         GL_DEBUG_SEVERITY_HIGH, -1, text.c_str());
   }
   unlock_context(ctx);
 
@@ -93,7 +93,8 @@ TEST(GlDebugOutput, DriverMessagesAreLoggedUntilTheBudgetEndsWithOneLimitLine) {
 TEST(GlDebugOutput, TheBudgetIsTwoHundredThenOneLimitLineThenSilence) {
   disp::gl_debug_log_t log;
   disp_test::clear_log();
-  for (int i = 1; i <= 205; ++i) log.on_message(GL_DEBUG_TYPE_OTHER, GL_DEBUG_SEVERITY_LOW, i, 1, "x");
+  for (int i = 1; i <= 205; ++i)
+    log.on_message(GL_DEBUG_TYPE_OTHER, GL_DEBUG_SEVERITY_LOW, i, 1, "x");
   const std::vector<std::string> lines = disp_test::log_lines();
   ASSERT_EQ(lines.size(), 201u);
   EXPECT_EQ(lines[199], "OpenGL debug [OTHER LOW id=200]: x");
@@ -105,14 +106,17 @@ TEST(GlDebugOutput, LinesNameTypeAndSeverityAndDropTrailingLineEnds) {
   EXPECT_EQ(format_gl_debug_message(GL_DEBUG_TYPE_PERFORMANCE, GL_DEBUG_SEVERITY_MEDIUM, 42,
                                     "slow path\r\n\n"),
             "OpenGL debug [PERFORMANCE MEDIUM id=42]: slow path");
-  EXPECT_EQ(format_gl_debug_message(GL_DEBUG_TYPE_UNDEFINED_BEHAVIOR, GL_DEBUG_SEVERITY_NOTIFICATION,
-                                    0, "a\nb"),
+  EXPECT_EQ(format_gl_debug_message(GL_DEBUG_TYPE_UNDEFINED_BEHAVIOR,
+                                    GL_DEBUG_SEVERITY_NOTIFICATION, 0, "a\nb"),
             "OpenGL debug [UNDEFINED NOTIFICATION id=0]: a\nb");
-  EXPECT_EQ(format_gl_debug_message(0x1234, 0x5678, 1, ""), "OpenGL debug [OTHER NOTIFICATION id=1]: ");
-  const std::pair<GLenum, const char*> types[] = {
-      {GL_DEBUG_TYPE_ERROR, "ERROR"},         {GL_DEBUG_TYPE_DEPRECATED_BEHAVIOR, "DEPRECATED"},
-      {GL_DEBUG_TYPE_PORTABILITY, "PORTABILITY"}, {GL_DEBUG_TYPE_MARKER, "MARKER"},
-      {GL_DEBUG_TYPE_PUSH_GROUP, "PUSH_GROUP"}, {GL_DEBUG_TYPE_POP_GROUP, "POP_GROUP"}};
+  EXPECT_EQ(format_gl_debug_message(0x1234, 0x5678, 1, ""),
+            "OpenGL debug [OTHER NOTIFICATION id=1]: ");
+  const std::pair<GLenum, const char*> types[] = {{GL_DEBUG_TYPE_ERROR, "ERROR"},
+                                                  {GL_DEBUG_TYPE_DEPRECATED_BEHAVIOR, "DEPRECATED"},
+                                                  {GL_DEBUG_TYPE_PORTABILITY, "PORTABILITY"},
+                                                  {GL_DEBUG_TYPE_MARKER, "MARKER"},
+                                                  {GL_DEBUG_TYPE_PUSH_GROUP, "PUSH_GROUP"},
+                                                  {GL_DEBUG_TYPE_POP_GROUP, "POP_GROUP"}};
   for (const auto& [type, word] : types)
     EXPECT_EQ(format_gl_debug_message(type, GL_DEBUG_SEVERITY_HIGH, 3, "m"),
               std::string("OpenGL debug [") + word + " HIGH id=3]: m");
@@ -122,7 +126,8 @@ TEST(GlDebugOutput, AMessageWithALengthIsCutThere) {
   disp::gl_debug_log_t log;
   disp_test::clear_log();
   log.on_message(GL_DEBUG_TYPE_ERROR, GL_DEBUG_SEVERITY_HIGH, 5, 4, "textTAIL");
-  EXPECT_EQ(disp_test::log_lines(), std::vector<std::string>{"OpenGL debug [ERROR HIGH id=5]: text"});
+  EXPECT_EQ(disp_test::log_lines(),
+            std::vector<std::string>{"OpenGL debug [ERROR HIGH id=5]: text"});
 }
 
 }  // namespace

@@ -81,7 +81,8 @@ TEST(GlLoader, TheSoftwareRendererWarningNamesTheRenderer) {
   disp_torch* torch = disp_torch__lock();
   const std::string renderer = reinterpret_cast<const char*>(glGetString(GL_RENDERER));
   disp_torch__unlock(torch);
-  const std::string warning = "OpenGL is being rasterised on the CPU by Mesa (renderer \"" + renderer + "\").";
+  const std::string warning =
+      "OpenGL is being rasterised on the CPU by Mesa (renderer \"" + renderer + "\").";
   if (renderer.find("llvmpipe") == std::string::npos)
     GTEST_SKIP() << "not on llvmpipe but on " << renderer;
   EXPECT_TRUE(logged_by_init(warning));
@@ -91,13 +92,17 @@ TEST(DriverReport, WarnsBelowTheFloorAndOnEveryCpuRasteriser) {
   disp::gl_identity_t id{"2.1 Mesa", "1.20", "Microsoft Corporation", "GDI Generic", false};
   auto lines = disp::driver_report(id);
   ASSERT_EQ(lines.size(), 2u);
-  EXPECT_EQ(lines[0], "OpenGL context: version=2.1 Mesa glsl=1.20 vendor=Microsoft Corporation "
-                      "renderer=GDI Generic");
+  EXPECT_EQ(lines[0],
+            "OpenGL context: version=2.1 Mesa glsl=1.20 vendor=Microsoft Corporation "
+            "renderer=GDI Generic");
   EXPECT_EQ(lines[1].rfind("OpenGL context is below the 3.3 floor this renderer needs; the display "
-                           "will stay black.", 0), 0u);
+                           "will stay black.",
+                           0),
+            0u);
   EXPECT_NE(lines[1].find("Neither is a question of the hardware's age."), std::string::npos);
 
-  for (const char* renderer : {"llvmpipe (LLVM 15.0.6, 256 bits)", "softpipe", "Mesa swrast", "SWR"}) {
+  for (const char* renderer :
+       {"llvmpipe (LLVM 15.0.6, 256 bits)", "softpipe", "Mesa swrast", "SWR"}) {
     id = {"4.5", "4.50", "Mesa", renderer, true};
     lines = disp::driver_report(id);
     ASSERT_EQ(lines.size(), 2u) << renderer;

@@ -105,7 +105,8 @@ void draw_triangle(const disp::geometry_program_t& p, const look_t& look) {
   const auto attrib = [&](GLint loc, std::size_t offset) {
     if (loc < 0) return;
     glEnableVertexAttribArray(static_cast<GLuint>(loc));
-    glVertexAttribPointer(static_cast<GLuint>(loc), 3, GL_FLOAT, GL_FALSE, sizeof(vertex_t), at(offset));
+    glVertexAttribPointer(static_cast<GLuint>(loc), 3, GL_FLOAT, GL_FALSE, sizeof(vertex_t),
+                          at(offset));
   };
   attrib(p.pos, offsetof(vertex_t, pos));
   attrib(p.normal, offsetof(vertex_t, normal));
@@ -174,7 +175,8 @@ TEST_F(ProgramsTest, AllFiveAreBuiltAndLinked) {
   QV_REQUIRE_GL();
   ASSERT_TRUE(target().complete);
   const auto& set = disp::programs();
-  for (const GLuint id : {set.flat.id, set.lit.id, set.colored.id, set.colored_lit.id, set.text.id}) {
+  for (const GLuint id :
+       {set.flat.id, set.lit.id, set.colored.id, set.colored_lit.id, set.text.id}) {
     ASSERT_NE(id, disp::unset_program);
     GLint linked = GL_FALSE;
     glGetProgramiv(id, GL_LINK_STATUS, &linked);
@@ -311,7 +313,8 @@ TEST_F(ProgramsTest, TextMultipliesItsTextureByTheColourAndWritesTheUniformId) {
   glBindBuffer(GL_ARRAY_BUFFER, buffer);
   glBufferData(GL_ARRAY_BUFFER, sizeof quad, quad, GL_STREAM_DRAW);
   glUseProgram(p.id);
-  const float to_clip[16] = {2.0f / side, 0, 0, 0, 0, 2.0f / side, 0, 0, 0, 0, -0.5f, 0, 0, 0, 0, 1};
+  const float to_clip[16] = {2.0f / side, 0, 0,     0, 0, 2.0f / side, 0, 0,
+                             0,           0, -0.5f, 0, 0, 0,           0, 1};
   glUniformMatrix4fv(p.proj, 1, GL_FALSE, to_clip);
   glUniform3f(p.p0, -side / 2.0f, -side / 2.0f, 0.0f);
   glUniform4f(p.uniColor, 1.0f, 0.5f, 1.0f, 1.0f);

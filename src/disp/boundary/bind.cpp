@@ -1,4 +1,5 @@
-// The bind__* and mat_stack__* names are the boundary's contract.
+// NOLINTBEGIN(bugprone-reserved-identifier): the family__verb names are the boundary's fixed
+// contract.
 #include "disp/render_state.h"
 
 #include "common/new_nothrow.h"
@@ -106,3 +107,4 @@ void bind__push_no_rotation_pixel_mode(disp::bind* b) noexcept {
   if (b) b->push_no_rotation_pixel_mode();
 }
 }
+// NOLINTEND(bugprone-reserved-identifier)

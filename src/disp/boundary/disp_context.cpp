@@ -1,5 +1,8 @@
+// NOLINTBEGIN(bugprone-reserved-identifier): the family__verb names are the boundary's fixed
+// contract.
 #include "disp/context.h"
 
+#include "common/check.h"
 #include "common/new_nothrow.h"
 #include "disp/disp_context.h"
 #include "disp/disp_torch.h"
@@ -35,7 +38,13 @@ void unlock_context(disp_context* ctx) noexcept {
   if (ctx) ctx->unlock();
 }
 
-void lock_context_by_thread_map(void) noexcept { disp::get_disp_context()->lock(); }
+void lock_context_by_thread_map(void) noexcept {
+  disp_context* ctx = disp::get_disp_context();
+  QV_CHECK(ctx,
+           "the calling thread has no display context to lock; create one with "
+           "new_disp_context or use disp_torch__lock");
+  ctx->lock();
+}
 
 void unlock_context_by_thread_map(void) noexcept {
   if (disp_context* ctx = disp::get_disp_context()) ctx->unlock();
@@ -47,3 +56,4 @@ void disp_torch__unlock(disp_torch* torch) noexcept { delete torch; }
 
 int swap_buffer(disp_context* ctx) noexcept { return ctx ? ctx->raw.swap() : 0; }
 }
+// NOLINTEND(bugprone-reserved-identifier)

@@ -1,3 +1,5 @@
+// NOLINTBEGIN(bugprone-reserved-identifier): the family__verb names are the boundary's fixed
+// contract.
 #include "disp/font.h"
 
 #include "disp/font_state.h"
@@ -10,3 +12,4 @@ void disp__set_font_memory(const void* data, int32_t size) noexcept {
   disp::set_font_memory(data, size);
 }
 }
+// NOLINTEND(bugprone-reserved-identifier)
