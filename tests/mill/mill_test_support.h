@@ -9,7 +9,9 @@
 #include <string>
 #include <string_view>
 
+#include "interp/apt_reader.h"
 #include "interp/move_t.h"
+#include "interp/ngc_interpreter.h"
 #include "interp/source_error_t.h"
 
 namespace mill::test {
@@ -33,6 +35,20 @@ std::string error_of(F&& run) {
   }
   ADD_FAILURE() << "expected a source_error_t";
   return {};
+}
+
+// Programs given as text run under the names prog.ngc and part.cls.
+inline program_t ngc(std::string_view text, const interp_options_t& options = {}) {
+  return run_ngc(text, "prog.ngc", options);
+}
+inline program_t apt(std::string_view text, const interp_options_t& options = {}) {
+  return run_apt(text, "part.cls", options);
+}
+inline std::string ngc_error(std::string_view text, const interp_options_t& options = {}) {
+  return error_of([&] { ngc(text, options); });
+}
+inline std::string apt_error(std::string_view text) {
+  return error_of([&] { apt(text); });
 }
 
 }  // namespace mill::test

@@ -2,27 +2,15 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <charconv>
+
+#include "interp/text_util.h"
 
 namespace mill {
 
 namespace {
 
 constexpr std::array<std::string_view, 4> text_statements{"PARTNO", "PPRINT", "INSERT", "TPRINT"};
-
-std::string_view trim(std::string_view s) {
-  const auto first = s.find_first_not_of(" \t\r");
-  if (first == std::string_view::npos) return {};
-  return s.substr(first, s.find_last_not_of(" \t\r") - first + 1);
-}
-
-std::string upper(std::string_view s) {
-  std::string out(s);
-  std::transform(out.begin(), out.end(), out.begin(),
-                 [](unsigned char ch) { return static_cast<char>(std::toupper(ch)); });
-  return out;
-}
 
 apt_param_t read_param(std::string_view item) {
   apt_param_t p;
@@ -62,10 +50,7 @@ std::vector<apt_statement_t> read_apt_statements(std::string_view text) {
   std::string pending;
   int start_line = 0;
   int number = 0;
-  while (!text.empty()) {
-    const auto eol = text.find('\n');
-    std::string_view line = text.substr(0, eol);
-    text.remove_prefix(eol == std::string_view::npos ? text.size() : eol + 1);
+  for (std::string_view line : split_lines(text)) {
     ++number;
     line = trim(line.substr(0, line.find("$$")));
     if (pending.empty()) start_line = number;

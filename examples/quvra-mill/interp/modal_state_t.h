@@ -24,7 +24,6 @@ struct modal_state_t {
   bool arc_absolute = false;  // G90.1 / G91.1
   int work_system = 1;        // 1 to 6 for G54 to G59
   double feed = 0;            // mm/min
-  double spindle = 0;         // rpm, as programmed
   int next_tool = 0;          // chosen by T, loaded by M6
   int tool = 0;
   vec3_t position{};  // machine coordinates, mm

@@ -133,7 +133,6 @@ void flow_builder_t::place_branch(int i) {
     return;
   }
   for (int b = opener; b != i; b = link(b).next) link(b).end = i;
-  link(i).head = opener;
   open_.pop_back();
   last_branch_.pop_back();
 }

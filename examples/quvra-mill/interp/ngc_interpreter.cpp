@@ -11,6 +11,7 @@
 #include "interp/ngc_line_parser.h"
 #include "interp/ngc_machine_t.h"
 #include "interp/source_error_t.h"
+#include "interp/text_util.h"
 
 namespace mill {
 
@@ -23,11 +24,8 @@ constexpr std::size_t max_call_depth = 1000;
 std::vector<ngc_line_t> read_lines(std::string_view text, const std::string& file) {
   std::vector<ngc_line_t> lines;
   int number = 0;
-  while (!text.empty()) {
-    const auto eol = text.find('\n');
-    lines.push_back(parse_ngc_line(text.substr(0, eol), file, ++number));
-    text.remove_prefix(eol == std::string_view::npos ? text.size() : eol + 1);
-  }
+  for (const std::string_view line : split_lines(text))
+    lines.push_back(parse_ngc_line(line, file, ++number));
   return lines;
 }
 

@@ -8,6 +8,7 @@
 
 #include "interp/expr_parser.h"
 #include "interp/source_error_t.h"
+#include "interp/text_util.h"
 
 namespace mill {
 
@@ -37,13 +38,6 @@ constexpr std::array<keyword_form_t, 15> keyword_forms{{
     {"break", o_keyword::break_, 0, 0},
     {"continue", o_keyword::continue_, 0, 0},
 }};
-
-std::string upper(std::string_view s) {
-  std::string out(s);
-  std::transform(out.begin(), out.end(), out.begin(),
-                 [](unsigned char ch) { return static_cast<char>(std::toupper(ch)); });
-  return out;
-}
 
 // Throws std::invalid_argument on a comment left open.
 std::string normalise(std::string_view raw) {

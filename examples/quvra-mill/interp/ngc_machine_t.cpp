@@ -196,10 +196,8 @@ void ngc_machine_t::set_feed_speed_tool(ngc_block_t& block) {
     if (*f < 0) fail(block.text('f'), "negative feed rate");
     state_.feed = *f * state_.mm_per_unit;
   }
-  if (const auto s = block.take('s')) {
-    if (*s < 0) fail(block.text('s'), "negative spindle speed");
-    state_.spindle = *s;
-  }
+  // The spindle speed does not shape the path; it is only checked.
+  if (const auto s = block.take('s'); s && *s < 0) fail(block.text('s'), "negative spindle speed");
   if (const auto t = block.take('t')) {
     const int tool = whole(*t, block.text('t'), 0, 1'000'000);
     if (options_.tools && !options_.tools->contains(tool))

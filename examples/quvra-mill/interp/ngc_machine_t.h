@@ -34,8 +34,6 @@ class ngc_machine_t {
   // source_error_t naming the offending word.
   bool execute(ngc_block_t& block, std::uint32_t file, int line);
 
-  const modal_state_t& state() const { return state_; }
-
  private:
   [[noreturn]] void fail(const std::string& word, const std::string& reason) const;
   int whole(double value, const std::string& word, int min, int max) const;

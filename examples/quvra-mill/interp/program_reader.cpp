@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <filesystem>
 
 #include "interp/apt_reader.h"
 #include "interp/ngc_interpreter.h"
 #include "interp/text_file.h"
+#include "interp/text_util.h"
 
 namespace mill {
 
@@ -23,16 +23,12 @@ bool listed(const std::array<std::string_view, N>& list, const std::string& ext)
 }
 
 bool starts_like_apt(std::string_view text) {
-  while (!text.empty()) {
-    const auto eol = text.find('\n');
-    const std::string_view line = text.substr(0, eol);
-    text.remove_prefix(eol == std::string_view::npos ? text.size() : eol + 1);
-    const auto first = line.find_first_not_of(" \t\r");
-    if (first == std::string_view::npos || line.substr(first).starts_with("$$")) continue;
-    std::size_t i = first;
-    while (i < line.size() && (std::isalpha(static_cast<unsigned char>(line[i])) || line[i] == ' '))
-      ++i;
-    return i > first && i < line.size() && line[i] == '/';
+  for (std::string_view line : split_lines(text)) {
+    line = trim(line);
+    if (line.empty() || line.starts_with("$$")) continue;
+    const auto word_end =
+        line.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz ");
+    return word_end != 0 && word_end != std::string_view::npos && line[word_end] == '/';
   }
   return false;
 }
@@ -40,9 +36,7 @@ bool starts_like_apt(std::string_view text) {
 }  // namespace
 
 program_format detect_format(const std::string& path, std::string_view text) {
-  std::string ext = std::filesystem::path(path).extension().string();
-  std::transform(ext.begin(), ext.end(), ext.begin(),
-                 [](unsigned char ch) { return static_cast<char>(std::tolower(ch)); });
+  const std::string ext = lower(std::filesystem::path(path).extension().string());
   if (listed(apt_extensions, ext)) return program_format::apt;
   if (listed(ngc_extensions, ext)) return program_format::ngc;
   return starts_like_apt(text) ? program_format::apt : program_format::ngc;

@@ -5,18 +5,14 @@
 #include <string>
 #include <vector>
 
+#include "interp/text_util.h"
+
 namespace mill {
 
 namespace {
 
 void require(bool ok, const std::string& reason) {
   if (!ok) throw std::invalid_argument(reason);
-}
-
-std::string_view trim(std::string_view s) {
-  while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
-  while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
-  return s;
 }
 
 std::vector<double> parse_numbers(std::string_view list) {

@@ -5,17 +5,12 @@
 
 #include "interp/source_error_t.h"
 #include "interp/text_file.h"
+#include "interp/text_util.h"
 #include "interp/tool_desc_parse.h"
 
 namespace mill {
 
 namespace {
-
-std::string_view trim(std::string_view s) {
-  const auto first = s.find_first_not_of(" \t\r");
-  if (first == std::string_view::npos) return {};
-  return s.substr(first, s.find_last_not_of(" \t\r") - first + 1);
-}
 
 int parse_tool_number(std::string_view word) {
   int number = -1;
@@ -33,10 +28,7 @@ int parse_tool_number(std::string_view word) {
 tool_table_t parse_tool_table(std::string_view text, const std::string& file) {
   tool_table_t table;
   int line_no = 0;
-  while (!text.empty()) {
-    const auto eol = text.find('\n');
-    std::string_view line = text.substr(0, eol);
-    text.remove_prefix(eol == std::string_view::npos ? text.size() : eol + 1);
+  for (std::string_view line : split_lines(text)) {
     ++line_no;
     line = trim(line.substr(0, line.find(';')));
     if (line.empty()) continue;
