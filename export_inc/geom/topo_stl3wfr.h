@@ -38,7 +38,7 @@ QV_API uint64_t topo_stl3wfr__tris_size(const topo_stl3wfr_t* mesh) QV_NOEXCEPT;
 QV_API void topo_stl3wfr__get_tris(topo_stl3wfr_t* mesh, double* out) QV_NOEXCEPT;
 
 /* Grows box (six doubles: min xyz, max xyz) by every point of the mesh. */
-QV_API void topo_stl3wfr__expand_to_box3d(const topo_stl3wfr_t* mesh, double* box) QV_NOEXCEPT;
+QV_API void topo_stl3wfr__expand_to_box3d(topo_stl3wfr_t* mesh, double* box) QV_NOEXCEPT;
 
 /* Null-safe. */
 QV_API void topo_stl3wfr__delete(topo_stl3wfr_t* mesh) QV_NOEXCEPT;

@@ -23,7 +23,7 @@
 namespace geom {
 
 template <class T>
-class topo_stl3 {
+class topo_stl3 : public IBoxable {
  public:
   using point_t = topo_point3<T>;
   using line_t = topo_line3<T>;
@@ -64,8 +64,8 @@ class topo_stl3 {
 
   // The box of all points, computed once.
   const box3d& box();
-  void expand_to_box3d(box3d* out);
-  void expand_to_box3d(box3d* out, const mat4d* mat);
+  void expand_to_box3d(box3d* out) override;
+  void expand_to_box3d(box3d* out, const mat4d* mat) override;
 
  private:
   void _build(const double* records, std::size_t count);

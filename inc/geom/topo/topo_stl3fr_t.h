@@ -12,13 +12,13 @@
 #include <array>
 #include <vector>
 
-#include "geom/box3d.h"
+#include "geom/IBoxable.h"
 #include "geom/topo/topo_tri3wfr_t.h"
 
 namespace geom {
 
 template <class F>
-class topo_stl3fr_t : public topo_point3fr_stock_t<F> {
+class topo_stl3fr_t : public topo_point3fr_stock_t<F>, public IBoxable {
  public:
   using point_t = topo_point3fr_t<F>;
   using line_t = topo_line3fr_t<F>;
@@ -51,7 +51,8 @@ class topo_stl3fr_t : public topo_point3fr_stock_t<F> {
 
   bool is_seamless() const;
 
-  void expand_to_box3d(box3d* box) const;
+  void expand_to_box3d(box3d* box) override;
+  void expand_to_box3d(box3d* box, const mat4d* mat) override;
 
  private:
   void _reserve(std::size_t tris);

@@ -23,7 +23,7 @@ void topo_stl3wfr__get_tris(topo_stl3wfr_t* mesh, double* out) noexcept {
   if (mesh && out) mesh->get_tris(out);
 }
 
-void topo_stl3wfr__expand_to_box3d(const topo_stl3wfr_t* mesh, double* box) noexcept {
+void topo_stl3wfr__expand_to_box3d(topo_stl3wfr_t* mesh, double* box) noexcept {
   if (mesh && box) mesh->expand_to_box3d(reinterpret_cast<geom::box3d*>(box));
 }
 

@@ -132,8 +132,13 @@ bool topo_stl3fr_t<F>::is_seamless() const {
 }
 
 template <class F>
-void topo_stl3fr_t<F>::expand_to_box3d(box3d* box) const {
+void topo_stl3fr_t<F>::expand_to_box3d(box3d* box) {
   this->for_each_point([&](point_t* p) { box->expand(to_vec3d(p->pos)); });
+}
+
+template <class F>
+void topo_stl3fr_t<F>::expand_to_box3d(box3d* box, const mat4d* mat) {
+  this->for_each_point([&](point_t* p) { box->expand(mat->apply(to_vec3d(p->pos))); });
 }
 
 template class topo_stl3fr_t<fr>;
