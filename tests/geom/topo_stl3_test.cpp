@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <numbers>
 
 #include "soups.h"
 
@@ -25,23 +24,6 @@ std::size_t twinned_lines(topo_stl3d& m) {
   return n;
 }
 
-// A torus of r_major, r_minor with rings x sides quads, each two triangles.
-std::vector<stl_tri_t> torus_soup(double r_major, double r_minor, int rings, int sides) {
-  auto at = [&](int i, int j) {
-    const double u = 2 * std::numbers::pi * (i % rings) / rings;
-    const double v = 2 * std::numbers::pi * (j % sides) / sides;
-    const double r = r_major + r_minor * std::cos(v);
-    return std::array<double, 3>{r * std::cos(u), r * std::sin(u), r_minor * std::sin(v)};
-  };
-  std::vector<stl_tri_t> out;
-  for (int i = 0; i < rings; ++i)
-    for (int j = 0; j < sides; ++j) {
-      out.push_back({at(i, j), at(i + 1, j), at(i + 1, j + 1), {0, 0, 0}});
-      out.push_back({at(i, j), at(i + 1, j + 1), at(i, j + 1), {0, 0, 0}});
-    }
-  return out;
-}
-
 TEST(FloatingMeshTopology, ClosedSolidsHaveEulerCountsAndFullTwins) {
   struct solid {
     std::vector<stl_tri_t> soup;
@@ -54,7 +36,7 @@ TEST(FloatingMeshTopology, ClosedSolidsHaveEulerCountsAndFullTwins) {
         {{0, 0, 0}, {0, 0, 1}, {0, 1, 0}, {}},
         {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {}}},
        4, 4},
-      {torus_soup(5, 1, 24, 12), 24 * 12, 2 * 24 * 12},
+      {quvra_test::torus_soup(5, 1, 24, 12), 24 * 12, 2 * 24 * 12},
   };
   for (const solid& s : solids) {
     topo_stl3d m = make(s.soup);

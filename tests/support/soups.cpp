@@ -37,6 +37,13 @@ point on_sphere(double radius, int ring, int rings, int sector, int sectors) {
           radius * std::cos(theta)};
 }
 
+point on_torus(double r_major, double r_minor, int i, int rings, int j, int sides) {
+  const double u = 2 * std::numbers::pi * (i % rings) / rings;
+  const double v = 2 * std::numbers::pi * (j % sides) / sides;
+  const double r = r_major + r_minor * std::cos(v);
+  return {r * std::cos(u), r * std::sin(u), r_minor * std::sin(v)};
+}
+
 }  // namespace
 
 std::vector<geom::stl_tri_t> box_soup(double x0, double y0, double z0, double x1, double y1,
@@ -66,6 +73,20 @@ std::vector<geom::stl_tri_t> sphere_soup(double radius, int rings, int sectors) 
       if (r != rings - 1) out.push_back(make_tri(b, c, d));
     }
   }
+  return out;
+}
+
+std::vector<geom::stl_tri_t> torus_soup(double r_major, double r_minor, int rings, int sides) {
+  std::vector<geom::stl_tri_t> out;
+  for (int i = 0; i < rings; ++i)
+    for (int j = 0; j < sides; ++j) {
+      const point a = on_torus(r_major, r_minor, i, rings, j, sides);
+      const point b = on_torus(r_major, r_minor, i + 1, rings, j, sides);
+      const point c = on_torus(r_major, r_minor, i + 1, rings, j + 1, sides);
+      const point d = on_torus(r_major, r_minor, i, rings, j + 1, sides);
+      out.push_back(make_tri(a, b, c));
+      out.push_back(make_tri(a, c, d));
+    }
   return out;
 }
 

@@ -17,4 +17,7 @@ std::vector<geom::stl_tri_t> box_soup(double x0, double y0, double z0, double x1
 // 2 * rings * sectors triangles (rings >= 2, sectors >= 3).
 std::vector<geom::stl_tri_t> sphere_soup(double radius, int rings, int sectors);
 
+// Torus around the z axis with rings x sides quads of two triangles each.
+std::vector<geom::stl_tri_t> torus_soup(double r_major, double r_minor, int rings, int sides);
+
 }  // namespace quvra_test
