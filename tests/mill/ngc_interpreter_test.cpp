@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <stdexcept>
 
 #include "interp/tool_desc_parse.h"
 #include "mill_test_support.h"
@@ -64,6 +65,13 @@ TEST(NgcInterpreter, InchBlocksConvertToMillimetres) {
   expect_point(p.moves[2].end, {1, 12.7, 0});
   EXPECT_NEAR(p.moves[2].feed, 254, 1e-9);  // an unchanged feed keeps its speed
   EXPECT_NEAR(p.moves[3].feed, 300, 1e-9);
+
+  // Centres and radii are lengths too.
+  for (const char* arc : {"G20 G0 X1\nG3 X0 Y1 I-1 F10", "G20 G0 X1\nG3 X0 Y1 R1 F10"}) {
+    const program_t q = test::ngc(arc);
+    expect_point(q.moves.back().end, {0, 25.4, 0}, 1e-12);
+    expect_on_circle(q, {0, 0, 0}, 25.4, 0, 1);
+  }
 }
 
 TEST(NgcInterpreter, ArcsInEachPlaneByCentreAndByRadius) {
@@ -145,6 +153,9 @@ TEST(NgcInterpreter, ChordToleranceComesFromTheCaller) {
   fine.chord_tolerance = 0.001;
   const char* quarter = "G0 X10\nG3 X0 Y10 I-10 F100";
   EXPECT_GT(test::ngc(quarter, fine).moves.size(), 3 * test::ngc(quarter, coarse).moves.size());
+  interp_options_t none;
+  none.chord_tolerance = 0;
+  EXPECT_THROW(test::ngc(quarter, none), std::invalid_argument);
   for (const move_t& m : test::ngc(quarter, fine).moves) {
     if (m.kind != move_kind::arc_segment) continue;
     const vec3_t mid{(m.start[0] + m.end[0]) / 2, (m.start[1] + m.end[1]) / 2, 0};

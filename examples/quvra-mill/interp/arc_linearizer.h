@@ -38,7 +38,8 @@ struct arc_t {
 };
 
 // The chord end points from just after start through end, exactly end last.
-// No point of the true arc lies further than chord_tolerance from its chord.
+// No point of the true arc lies further than chord_tolerance (positive)
+// from its chord.
 // The radius may differ slightly between start and end (rounded program
 // values); it then changes linearly along the arc so the path closes on end.
 std::vector<vec3_t> linearize_arc(const arc_t& arc, double chord_tolerance);

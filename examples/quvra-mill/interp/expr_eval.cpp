@@ -131,8 +131,11 @@ double evaluate(const expr_t& e, const param_store_t& params) {
     default:
       break;
   }
-  if (e.args.size() == 1) return unary(e.op, evaluate(e.args[0], params));
-  return binary(e.op, evaluate(e.args[0], params), evaluate(e.args[1], params));
+  const double result =
+      e.args.size() == 1 ? unary(e.op, evaluate(e.args[0], params))
+                         : binary(e.op, evaluate(e.args[0], params), evaluate(e.args[1], params));
+  require(std::isfinite(result), "result too large");
+  return result;
 }
 
 }  // namespace mill

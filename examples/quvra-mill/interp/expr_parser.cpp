@@ -111,7 +111,8 @@ expr_t parse_number(line_cursor_t& c) {
   }
   if (!seen_digit) throw std::invalid_argument("expected a number");
   expr_t e;
-  std::from_chars(c.text.data() + start, c.text.data() + c.pos, e.value);
+  if (std::from_chars(c.text.data() + start, c.text.data() + c.pos, e.value).ec != std::errc())
+    throw std::invalid_argument("number out of range");
   return e;
 }
 

@@ -12,7 +12,8 @@ namespace mill {
 struct interp_options_t {
   // Largest distance, in mm, between an arc and its chords. The cutting
   // stage cannot see finer than its cells, so a quarter of the cell width
-  // keeps the chords invisible in the result.
+  // keeps the chords invisible in the result. Must be positive: run_ngc
+  // throws std::invalid_argument otherwise.
   double chord_tolerance = 0.01;
   vec3_t start{};  // machine position in mm before the first move
   int tool = 0;    // tool in the spindle before any change

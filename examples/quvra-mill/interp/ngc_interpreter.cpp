@@ -195,6 +195,8 @@ int ngc_runner_t::leave_sub(int i) {
 }  // namespace
 
 program_t run_ngc(std::string_view text, const std::string& file, const interp_options_t& options) {
+  if (!(options.chord_tolerance > 0))
+    throw std::invalid_argument("chord tolerance must be positive");
   return ngc_runner_t(text, file, options).run();
 }
 

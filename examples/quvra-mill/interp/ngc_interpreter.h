@@ -13,7 +13,8 @@
 namespace mill {
 
 // file names the program in messages and in program_t::files. Throws
-// source_error_t on the first construct that cannot run.
+// source_error_t on the first construct that cannot run, and
+// std::invalid_argument for options that cannot be used.
 program_t run_ngc(std::string_view text, const std::string& file, const interp_options_t& options);
 
 }  // namespace mill
