@@ -10,6 +10,7 @@
 #include "common/stop.h"
 #include "geom/fraction_unlimited.h"
 #include "geom/topo_stl3wfr.h"
+#include "cbtr/cube_tree.h"
 #include "disp/context.h"
 #include "disp/font.h"
 #include "disp/gl_loader.h"
