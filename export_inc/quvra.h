@@ -11,6 +11,7 @@
 #include "geom/fraction_unlimited.h"
 #include "geom/topo_stl3wfr.h"
 #include "cbtr/cube_tree.h"
+#include "cbtr/cbtr_cache.h"
 #include "disp/context.h"
 #include "disp/font.h"
 #include "disp/gl_loader.h"

@@ -26,6 +26,43 @@ QV_API void cube_tree__delete(cube_tree_t* tree) QV_NOEXCEPT;
    resolution r, 131072 for a tree whose resolution is not set; 0 for null. */
 QV_API double cube_tree__get_grid_width(const cube_tree_t* tree) QV_NOEXCEPT;
 
+/* Results of cube_tree__write_to. */
+enum {
+  CUBE_TREE_WRITE_OK = 0,
+  CUBE_TREE_WRITE_FAILED = 1,           /* the file could not be opened or written */
+  CUBE_TREE_WRITE_INVALID_ARGUMENTS = 2 /* null tree or null path */
+};
+
+/* Saves tree to the file at path (UTF-8), created or truncated: a binary
+   depth-first dump that cube_tree__new_by_file reads back. The tree is only
+   read. An empty tree (one without cells) writes its resolution alone, which
+   reads back as a tree whose root cell is unset and holds no surface. After
+   CUBE_TREE_WRITE_FAILED the file may hold part of the dump. */
+QV_API int32_t cube_tree__write_to(const cube_tree_t* tree, const char* path) QV_NOEXCEPT;
+
+/* Reads a tree from the file at path (UTF-8). Owned by the caller, free with
+   cube_tree__delete. Null when path is null, the file can't be opened, or
+   memory runs out. The file is not checked: a short file reads as if zeros
+   followed, giving cells of unset kind, and a foreign file gives a tree of
+   whatever its bytes say, bounded by the lattice's depth and by the file's
+   size. Cells of a tree read this way have no attachments. */
+QV_API cube_tree_t* cube_tree__new_by_file(const char* path) QV_NOEXCEPT;
+
+/* Lets go of the cached triangles and drawings of tree's cells and raises
+   the drawing epoch; other trees keep theirs. Null is ignored. */
+QV_API void cube_tree__free_disp_cache(cube_tree_t* tree) QV_NOEXCEPT;
+
+/* Grows box (six doubles: minimum x, y, z, then maximum x, y, z) by the
+   extent of tree's solid cells; an empty tree adds nothing. Nothing happens
+   when either pointer is null. */
+QV_API void cube_tree__ExpandToBox3d(cube_tree_t* tree, double* box) QV_NOEXCEPT;
+
+/* The same with tree's box moved by mat (sixteen doubles, translation in
+   elements 12 to 14): its eight corners are moved, then box grows by them.
+   Nothing happens when any pointer is null. */
+QV_API void cube_tree__ExpandToBox3dByMat(cube_tree_t* tree, double* box,
+                                          const double* mat) QV_NOEXCEPT;
+
 QV_EXTERN_C_END
 
 #endif

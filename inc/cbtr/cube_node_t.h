@@ -19,14 +19,21 @@
 #include <cstdint>
 #include <limits>
 #include <memory>
+#include <vector>
 
 #include "cbtr/cell_numbering.h"
+#include "cbtr/cube_tri_t.h"
 #include "cbtr/lattice.h"
+#include "common/cache_t.h"
 #include "common/relaxed_t.h"
 
 namespace cbtr {
 
 struct cbtr_attachment_t;
+struct cell_drawing_t;  // the vertex drawing of one cell, made by the display
+
+using tri_entry_t = common::cache_t<std::vector<cube_tri_t>>;
+using drawing_entry_t = common::cache_t<cell_drawing_t>;
 
 struct cube_node_t {
   using slot_t = std::atomic<std::shared_ptr<cube_node_t>>;
@@ -44,6 +51,10 @@ struct cube_node_t {
   common::relaxed_t<std::int32_t> kind = kind_unset;
   common::relaxed_t<std::uint32_t> corners = 0;
   tips_t tips;  // NaN where the edge has no crossing
+  // Derived from kind, corners and tips; held weakly, since the global caches
+  // decide how long they live. Emptied whenever the cell changes.
+  mutable std::atomic<std::weak_ptr<tri_entry_t>> tri_cache;
+  mutable std::atomic<std::weak_ptr<drawing_entry_t>> draw_cache;
   cbtr_attachment_t* attachment = nullptr;
   // Neighbour per axis and side, filled lazily, dropped when children change.
   std::unique_ptr<std::array<std::weak_ptr<cube_node_t>, 6>> neighbours;

@@ -13,10 +13,12 @@
 #include <memory>
 
 #include "cbtr/cube_node_t.h"
+#include "cbtr/recent_depths_t.h"
+#include "geom/IBoxable.h"
 
 namespace cbtr {
 
-class cube_tree_t {
+class cube_tree_t : public geom::IBoxable {
  public:
   // An empty stock (null root) with cells down to depth resolution; 0 means
   // not set.
@@ -28,8 +30,16 @@ class cube_tree_t {
   // Edge length of the finest cells, in model units.
   double grid_width() const { return cbtr::grid_width(resolution); }
 
+  // Grows box by the solid part of every leaf: its valid tip points and its
+  // solid corners. Uniform cells are not visited: a closed stock's extent is
+  // reached by its leaves. Nothing for an empty tree.
+  void expand_to_box3d(geom::box3d* box) override;
+  // The same box with its corners moved by mat, merged into box.
+  void expand_to_box3d(geom::box3d* box, const geom::mat4d* mat) override;
+
   std::uint32_t resolution = 0;
   std::atomic<std::shared_ptr<cube_node_t>> root;
+  recent_depths_t recent_depths;  // of the views that draw this tree
 };
 
 // Writes the owner into the parent link of each of node's children; done

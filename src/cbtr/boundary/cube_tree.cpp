@@ -1,6 +1,21 @@
 #include "cbtr/cube_tree.h"
 
+#include <filesystem>
+#include <new>
+#include <string_view>
+
+#include "cbtr/cell_caches.h"
+#include "cbtr/cube_tree_file.h"
 #include "cbtr/cube_tree_t.h"
+
+namespace {
+
+// Paths cross as UTF-8 whatever the platform's own path encoding.
+std::filesystem::path utf8_path(const char* path) {
+  return {std::u8string_view(reinterpret_cast<const char8_t*>(path))};
+}
+
+}  // namespace
 
 extern "C" {
 
@@ -8,5 +23,38 @@ void cube_tree__delete(cube_tree_t* tree) noexcept { delete tree; }
 
 double cube_tree__get_grid_width(const cube_tree_t* tree) noexcept {
   return tree ? tree->grid_width() : 0.0;
+}
+
+int32_t cube_tree__write_to(const cube_tree_t* tree, const char* path) noexcept {
+  if (!tree || !path) return CUBE_TREE_WRITE_INVALID_ARGUMENTS;
+  try {
+    return cbtr::write_tree_file(utf8_path(path), *tree) ? CUBE_TREE_WRITE_OK
+                                                         : CUBE_TREE_WRITE_FAILED;
+  } catch (const std::bad_alloc&) {
+    return CUBE_TREE_WRITE_FAILED;
+  }
+}
+
+cube_tree_t* cube_tree__new_by_file(const char* path) noexcept {
+  if (!path) return nullptr;
+  try {
+    return cbtr::read_tree_file(utf8_path(path)).release();
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
+
+void cube_tree__free_disp_cache(cube_tree_t* tree) noexcept {
+  if (tree) cbtr::free_display_caches(*tree);
+}
+
+void cube_tree__ExpandToBox3d(cube_tree_t* tree, double* box) noexcept {
+  if (tree && box) tree->expand_to_box3d(reinterpret_cast<geom::box3d*>(box));
+}
+
+void cube_tree__ExpandToBox3dByMat(cube_tree_t* tree, double* box, const double* mat) noexcept {
+  if (tree && box && mat)
+    tree->expand_to_box3d(reinterpret_cast<geom::box3d*>(box),
+                          reinterpret_cast<const geom::mat4d*>(mat));
 }
 }
