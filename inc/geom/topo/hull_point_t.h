@@ -1,0 +1,32 @@
+#pragma once
+
+// Points of a convex hull under construction and the orientation tests the
+// wrapping takes its decisions on. Every answer is the exact one: doubles
+// only answer where their error bound proves the sign, and the fractions
+// decide the rest (coplanar and nearly coplanar points).
+//
+//   orient3(a, b, c, p)  sign of cross(b - a, c - a) . (p - a): +1 when p lies
+//                        on the side the normal of the counter-clockwise
+//                        triangle a b c points to (outside), 0 when coplanar
+//   side(n, x, y, p)     the same in the plane of normal n: +1 when p lies
+//                        left of x -> y seen from the tip of n
+
+#include "geom/fraction_geom_util"
+
+namespace geom {
+
+struct hull_point_t {
+  vec3fr pos;
+  vec3d approx;  // pos in doubles, for the filter
+
+  explicit hull_point_t(vec3fr p) : pos(std::move(p)), approx(to_vec3d(pos)) {}
+};
+
+int orient3(const hull_point_t& a, const hull_point_t& b, const hull_point_t& c,
+            const hull_point_t& p);
+
+int side(const vec3fr& n, const vec3fr& x, const vec3fr& y, const vec3fr& p);
+
+bool collinear(const vec3fr& a, const vec3fr& b, const vec3fr& p);
+
+}  // namespace geom
