@@ -3,6 +3,7 @@
 #include <unordered_map>
 
 #include "cbtr/exact_pose.h"
+#include "cbtr/stationary_tris.h"
 #include "geom/topo/wrap_convex_hull.h"
 
 namespace cbtr {
@@ -107,6 +108,8 @@ class hull_points_collector {
 
 tool_tris_t build_convex_sweep(geom::topo_stl3d& mesh, const geom::mat4d& start,
                                const geom::mat4d& end, double resolution) {
+  // Without motion no vertex faces either way and none would go in.
+  if (start.m == end.m) return build_stationary(mesh, end, resolution);
   hull_points_collector collector(start, end, resolution, mesh.point_count());
   for (geom::topo_tri3<double>& t : mesh.tris()) collector.add(t);
   const auto hull = geom::wrap_convex_hull(collector.points(), collector.seeds());
