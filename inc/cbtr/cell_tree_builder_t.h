@@ -1,0 +1,59 @@
+#pragma once
+
+// Building the cells of a stock (or of a tool) from exact triangles, top
+// down: each cell hands its triangles to the children they may reach, and a
+// child becomes a leaf at the finest depth, or earlier when all of its
+// triangles lie in one plane that crosses its edges: a flat face thus makes
+// large leaves, and a cell is never finer than it needs to be. Cells whose
+// corners all agree are not stored at all (null slots).
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <vector>
+
+#include "cbtr/cell_t.h"
+#include "cbtr/cube_node_t.h"
+#include "cbtr/edge_tips_t.h"
+#include "cbtr/hit_memo_t.h"
+
+struct stop_token;
+
+namespace cbtr {
+
+class cell_tree_builder_t {
+ public:
+  // tris must outlive the builder. A stop requested on stop ends the build
+  // at the next cell with nothing built.
+  cell_tree_builder_t(const std::vector<tri_extension_t>& tris, std::uint32_t resolution,
+                      const stop_token* stop = nullptr);
+
+  // The subtree of cell over the triangles of list: a branch, or null when
+  // every child is uniform (or the build was stopped).
+  std::shared_ptr<cube_node_t> build(const cell_t& cell, std::span<const std::uint32_t> list);
+
+  // Cells that could not be classified cleanly: conflicting corner states,
+  // or a crossing edge without a tip. Open or self-overlapping soups make
+  // them.
+  std::size_t defects() const { return _defects; }
+  bool stopped() const;
+
+  // The triangles of list that may reach each child of cell. Conservative:
+  // a child is dropped only when doubles prove it beyond rounding.
+  std::array<std::vector<std::uint32_t>, 8> distribute(const cell_t& cell,
+                                                       std::span<const std::uint32_t> list) const;
+
+ private:
+  std::shared_ptr<cube_node_t> _child(const cell_t& child, std::span<const std::uint32_t> list);
+  std::shared_ptr<cube_node_t> _leaf(const cell_t& cell, const edge_tips_t& tips);
+  bool _in_one_plane(std::span<const std::uint32_t> list) const;
+
+  const std::vector<tri_extension_t>& _tris;
+  std::uint32_t _resolution;
+  const stop_token* _stop;
+  hit_memo_t _memo;
+  std::size_t _defects = 0;
+};
+
+}  // namespace cbtr

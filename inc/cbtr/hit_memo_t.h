@@ -1,0 +1,41 @@
+#pragma once
+
+// Meetings of triangles with grid lines, each computed once per build or
+// step and shared by every cell that has the line among its edges: cells on
+// both sides of a line read one verdict, so a corner they share gets one
+// state. Misses are kept too, so a line is never cut twice.
+
+#include <cstdint>
+#include <deque>
+#include <vector>
+
+#include "cbtr/edge_hit_t.h"
+#include "cbtr/tri_extension_t.h"
+#include "common/pointer_hash_set.h"
+
+namespace cbtr {
+
+class hit_memo_t {
+ public:
+  explicit hit_memo_t(const std::vector<tri_extension_t>& tris) : _tris(tris) {}
+
+  // Triangle tri against the line along axis through lattice coordinates cu
+  // and cv on axes axis + 1 and axis + 2. The reference stays valid for the
+  // memo's life.
+  edge_hit_t& hit(std::uint32_t tri, int axis, std::uint32_t cu, std::uint32_t cv);
+
+  std::size_t size() const { return _records.size(); }
+
+ private:
+  struct record_t {
+    std::uint64_t line;
+    std::uint32_t tri;
+    edge_hit_t hit;
+  };
+
+  const std::vector<tri_extension_t>& _tris;
+  std::deque<record_t> _records;
+  common::pointer_hash_set<record_t> _index;
+};
+
+}  // namespace cbtr

@@ -1,0 +1,23 @@
+#pragma once
+
+// Where a grid line along `axis`, through (u, v) on axes axis + 1 and
+// axis + 2, passes a triangle's projected edges. Exact: doubles decide
+// within a proven error bound, fractions decide the rest.
+
+#include "cbtr/tri_extension_t.h"
+
+namespace cbtr {
+
+struct grid_line_t {
+  grid_line_t(int axis, double u_value, double v_value);
+
+  int a, a1, a2;
+  double u, v;
+  fr uf, vf;
+};
+
+// Sign of cross(P1 - P0, Q - P0) for the projected edge k (corner k to
+// corner k + 1) and the line's point Q: positive when Q lies on the left.
+int projected_orient(const tri_extension_t& t, int k, const grid_line_t& line);
+
+}  // namespace cbtr

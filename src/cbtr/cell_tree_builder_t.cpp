@@ -1,0 +1,118 @@
+#include "cbtr/cell_tree_builder_t.h"
+
+#include <cmath>
+#include <limits>
+
+#include "cbtr/cell_surface.h"
+#include "cbtr/cube_tree_t.h"
+#include "cbtr/evaluate_cell.h"
+#include "cbtr/judge_value.h"
+#include "common/stop.h"
+
+namespace cbtr {
+
+namespace {
+
+constexpr double tolerance = 32 * std::numeric_limits<double>::epsilon();
+
+// Children on the low side of each axis; the high side is the complement.
+constexpr std::uint8_t low_children[3] = {0x55, 0x33, 0x0F};
+
+// Which of the eight corners of box lie strictly on each side of the plane,
+// as far as doubles can prove it.
+bool plane_misses_box(const tri_extension_t& t, const cell_t& box) {
+  int below = 0, above = 0;
+  for (int k = 0; k < 8; ++k) {
+    const double p[3] = {box.face_model(0, k & 1), box.face_model(1, (k >> 1) & 1), box.face_model(2, (k >> 2) & 1)};
+    const double terms[3] = {t.normal_d.x * p[0], t.normal_d.y * p[1], t.normal_d.z * p[2]};
+    const double value = terms[0] + terms[1] + terms[2] - t.plane_dd;
+    const double bound =
+        tolerance * (std::abs(terms[0]) + std::abs(terms[1]) + std::abs(terms[2]) + std::abs(t.plane_dd));
+    below += value < -bound;
+    above += value > bound;
+  }
+  return below == 8 || above == 8;
+}
+
+}  // namespace
+
+cell_tree_builder_t::cell_tree_builder_t(const std::vector<tri_extension_t>& tris, std::uint32_t resolution,
+                                         const stop_token* stop)
+    : _tris(tris), _resolution(resolution), _stop(stop), _memo(tris) {}
+
+bool cell_tree_builder_t::stopped() const { return _stop && stop_token__stop_requested(_stop); }
+
+std::array<std::vector<std::uint32_t>, 8> cell_tree_builder_t::distribute(
+    const cell_t& cell, std::span<const std::uint32_t> list) const {
+  std::array<std::vector<std::uint32_t>, 8> lists;
+  for (std::uint32_t i : list) {
+    const tri_extension_t& t = _tris[i];
+    std::uint8_t mask = 0xFF;
+    for (int a = 0; a < 3; ++a) {
+      const double c = lattice_to_model(cell.centre[a]);
+      if (c > component(t.hi, a)) mask &= low_children[a];
+      if (component(t.lo, a) > c) mask &= static_cast<std::uint8_t>(~low_children[a]);
+    }
+    for (int k = 0; k < 8; ++k)
+      if ((mask >> k) & 1 && !plane_misses_box(t, cell.child(k))) lists[k].push_back(i);
+  }
+  return lists;
+}
+
+bool cell_tree_builder_t::_in_one_plane(std::span<const std::uint32_t> list) const {
+  const vec3d& n = _tris[list.front()].normal_d;
+  for (std::uint32_t i : list) {
+    const vec3d& m = _tris[i].normal_d;
+    if (!(m.x == n.x && m.y == n.y && m.z == n.z)) return false;
+  }
+  return true;
+}
+
+std::shared_ptr<cube_node_t> cell_tree_builder_t::build(const cell_t& cell, std::span<const std::uint32_t> list) {
+  if (stopped()) return nullptr;
+  const auto lists = distribute(cell, list);
+  child_snapshot_t kids;
+  for (int k = 0; k < 8; ++k)
+    if (!lists[k].empty()) kids[k] = _child(cell.child(k), lists[k]);
+  const std::optional<std::uint32_t> word = branch_corner_word(kids);
+  if (!word || stopped()) return nullptr;
+  auto branch = std::make_shared<cube_node_t>(std::weak_ptr<cube_node_t>{}, cell.centre[0], cell.centre[1],
+                                               cell.centre[2]);
+  branch->kind = kind_branch;
+  branch->corners = *word;
+  auto children = std::make_shared<cube_node_t::children_t>();
+  for (int k = 0; k < 8; ++k) (*children)[k].store(kids[k]);
+  branch->children.store(std::move(children));
+  summarise_branch_tips(*branch, kids);
+  adopt_children(branch);
+  return branch;
+}
+
+std::shared_ptr<cube_node_t> cell_tree_builder_t::_child(const cell_t& child, std::span<const std::uint32_t> list) {
+  const bool finest = child.depth >= static_cast<int>(_resolution);
+  if (finest || _in_one_plane(list)) {
+    const edge_tips_t tips = evaluate_cell(child, list, _tris, _memo);
+    if (!is_uniform_corner_word(tips.corners)) return _leaf(child, tips);
+    // A flat piece that crosses none of this cell's edges is looked for in
+    // the children.
+    if (finest) return nullptr;
+  }
+  return build(child, list);
+}
+
+std::shared_ptr<cube_node_t> cell_tree_builder_t::_leaf(const cell_t& cell, const edge_tips_t& tips) {
+  auto leaf = std::make_shared<cube_node_t>(std::weak_ptr<cube_node_t>{}, cell.centre[0], cell.centre[1],
+                                             cell.centre[2]);
+  leaf->kind = kind_leaf;
+  leaf->corners = tips.corners;
+  bool missing_tip = false;
+  for (int e = 0; e < 12; ++e) {
+    leaf->tips[e] = tips.tip(e);
+    missing_tip |= edge_has_crossing(edge_code(tips.corners, e)) && !std::isfinite(leaf->tips[e].load());
+  }
+  if (tips.defect || missing_tip) ++_defects;
+  if (tip_flags().sharp_encode) sharp_encode_leaf(tips);
+  return leaf;
+}
+
+}  // namespace cbtr

@@ -1,0 +1,142 @@
+#include "cbtr/evaluate_cell.h"
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+#include "cbtr/resolve_tip_side.h"
+
+// Side 0 of an edge decides the corner at its low end by the crossing
+// nearest that end, side 1 the corner at the high end by the crossing
+// nearest it. A crossing exactly at a corner puts the corner on the surface.
+// Crossings are taken in order of distance from the corner, in groups that
+// share one point: a group inside one triangle decides by its normal, a
+// group on triangle edges or corners by the judge values, and a group whose
+// triangles only touch the line is passed over.
+
+namespace cbtr {
+
+namespace {
+
+using hit_list_t = std::vector<tip_candidate_t>;
+
+struct edge_t {
+  grid_line_t line;
+  std::uint32_t cu, cv;    // the line's lattice place
+  double lo, hi;           // the edge's span on the line
+  bool lo_on_face = false;  // a triangle lying along the line covers the low end
+  bool hi_on_face = false;
+};
+
+edge_t edge_of(const cell_t& cell, int e) {
+  const int a = edge_axis(e), a1 = (a + 1) % 3, a2 = (a + 2) % 3;
+  const int low = edge_low_corner(e);
+  const std::uint32_t cu = cell.face(a1, (low >> a1) & 1), cv = cell.face(a2, (low >> a2) & 1);
+  return {grid_line_t(a, lattice_to_model(cu), lattice_to_model(cv)), cu, cv, cell.face_model(a, false),
+          cell.face_model(a, true)};
+}
+
+// Quick rejection in doubles: rounding is monotonic and lattice values are
+// exact, so a triangle whose double box misses the line or the span misses
+// it exactly too.
+bool may_meet(const tri_extension_t& t, const edge_t& edge) {
+  const grid_line_t& l = edge.line;
+  return component(t.lo, l.a1) <= l.u && l.u <= component(t.hi, l.a1) && component(t.lo, l.a2) <= l.v &&
+         l.v <= component(t.hi, l.a2) && component(t.lo, l.a) <= edge.hi && edge.lo <= component(t.hi, l.a);
+}
+
+void take_hit(edge_t& edge, hit_list_t& hits, const tri_extension_t& tri, edge_hit_t& hit) {
+  if (hit.flags & edge_hit_t::in_plane) {
+    edge.lo_on_face |= hit.t0 <= edge.lo && edge.lo <= hit.t1;
+    edge.hi_on_face |= hit.t0 <= edge.hi && edge.hi <= hit.t1;
+  } else if (edge.lo <= hit.t0 && hit.t0 <= edge.hi) {
+    hits.push_back({hit.t0, &tri, &hit});
+  }
+}
+
+// The verdict of one group of crossings at one point, cached in its hits.
+std::uint32_t group_verdict(std::span<const tip_candidate_t> group, const grid_line_t& line, int side,
+                            const tri_extension_t*& winner) {
+  winner = group.front().tri;
+  if (group.size() == 1 && (group.front().hit->flags & edge_hit_t::interior))
+    return state_from_normal(*winner, line.a, side, corner_solid);
+  for (const tip_candidate_t& c : group)
+    if (const std::uint32_t cached = c.hit->verdict(side)) return cached;
+  const std::uint32_t verdict = resolve_group(group, line, side, winner);
+  for (const tip_candidate_t& c : group) c.hit->set_verdict(side, verdict);
+  return verdict;
+}
+
+// [first, last) is ordered from this side's corner inwards.
+template <class It>
+void decide_side(edge_side_t& s, It first, It last, const edge_t& edge, int side) {
+  const double corner = side ? edge.hi : edge.lo;
+  if (side ? edge.hi_on_face : edge.lo_on_face) {
+    s = {corner, surface_mode, nullptr, true};
+    return;
+  }
+  std::vector<tip_candidate_t> group;
+  for (It it = first; it != last;) {
+    const double t = it->t;
+    group.clear();
+    for (; it != last && it->t == t; ++it) group.push_back(*it);
+    if (t == corner) {
+      s = {t, surface_mode, group.front().tri, true};
+      return;
+    }
+    const tri_extension_t* winner = nullptr;
+    const std::uint32_t verdict = group_verdict(group, edge.line, side, winner);
+    if (verdict != touch_verdict) {
+      s = {t, verdict, winner, false};
+      return;
+    }
+  }
+}
+
+// A surface that only touches the line between the corners, and reaches
+// one corner, crosses the edge at that corner as seen from the other end.
+void borrow_far_corner(std::array<edge_side_t, 2>& sides, const edge_t& edge) {
+  if (std::isinf(sides[0].value) && sides[1].value == edge.hi) sides[0].value = edge.hi;
+  if (std::isinf(sides[1].value) && sides[0].value == edge.lo) sides[1].value = edge.lo;
+}
+
+void apply_to_corner(edge_tips_t& et, int corner, std::uint32_t state) {
+  const std::uint32_t current = corner_of(et.corners, corner);
+  if (current == 0) {
+    et.corners = with_corner(et.corners, corner, state);
+  } else if (current != state) {
+    et.corners = with_corner(et.corners, corner, corner_solid | 1u);
+    et.defect = true;
+  }
+}
+
+}  // namespace
+
+edge_tips_t evaluate_cell(const cell_t& cell, std::span<const std::uint32_t> list,
+                          const std::vector<tri_extension_t>& tris, hit_memo_t& memo) {
+  edge_tips_t et;
+  hit_list_t hits;
+  for (int e = 0; e < 12; ++e) {
+    edge_t edge = edge_of(cell, e);
+    hits.clear();
+    for (std::uint32_t i : list) {
+      if (!may_meet(tris[i], edge)) continue;
+      edge_hit_t& hit = memo.hit(i, edge.line.a, edge.cu, edge.cv);
+      if (!hit.is_miss()) take_hit(edge, hits, tris[i], hit);
+    }
+    std::stable_sort(hits.begin(), hits.end(), [](const auto& x, const auto& y) { return x.t < y.t; });
+    decide_side(et.sides[e][0], hits.begin(), hits.end(), edge, 0);
+    decide_side(et.sides[e][1], hits.rbegin(), hits.rend(), edge, 1);
+    borrow_far_corner(et.sides[e], edge);
+    for (int side = 0; side < 2; ++side) {
+      const edge_side_t& s = et.sides[e][side];
+      const int corner = side ? edge_high_corner(e) : edge_low_corner(e);
+      if (s.state) apply_to_corner(et, corner, s.state);
+      if (s.at_corner) et.on_surface |= static_cast<std::uint8_t>(1u << corner);
+    }
+  }
+  fill_unset_corners(et);
+  return et;
+}
+
+}  // namespace cbtr

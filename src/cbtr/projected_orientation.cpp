@@ -1,0 +1,38 @@
+#include "cbtr/projected_orientation.h"
+
+#include <cmath>
+#include <limits>
+
+#include "cbtr/lattice_exact.h"
+
+namespace cbtr {
+
+namespace {
+
+// Doubles converted from fractions are off by about one unit in the last
+// place; the filter allows several times that.
+constexpr double tolerance = 32 * std::numeric_limits<double>::epsilon();
+
+}  // namespace
+
+grid_line_t::grid_line_t(int axis, double u_value, double v_value)
+    : a(axis), a1((axis + 1) % 3), a2((axis + 2) % 3), u(u_value), v(v_value),
+      uf(lattice_fraction(u_value)), vf(lattice_fraction(v_value)) {}
+
+int projected_orient(const tri_extension_t& t, int k, const grid_line_t& l) {
+  const vec3d& p = t.corner_d[k];
+  const vec3d& q = t.corner_d[(k + 1) % 3];
+  const double x0 = component(p, l.a1), y0 = component(p, l.a2);
+  const double x1 = component(q, l.a1), y1 = component(q, l.a2);
+  const double det = (x1 - x0) * (l.v - y0) - (y1 - y0) * (l.u - x0);
+  const double mag = (std::abs(x1) + std::abs(x0)) * (std::abs(l.v) + std::abs(y0)) +
+                     (std::abs(y1) + std::abs(y0)) * (std::abs(l.u) + std::abs(x0));
+  if (std::abs(det) > tolerance * mag) return (det > 0) - (det < 0);
+  const vec3fr& P = t.corner(k);
+  const vec3fr& Q = t.corner((k + 1) % 3);
+  const fr exact = (component(Q, l.a1) - component(P, l.a1)) * (l.vf - component(P, l.a2)) -
+                   (component(Q, l.a2) - component(P, l.a2)) * (l.uf - component(P, l.a1));
+  return exact.sign();
+}
+
+}  // namespace cbtr
