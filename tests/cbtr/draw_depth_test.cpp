@@ -46,25 +46,25 @@ TEST(ViewDepth, CellsAreTestedAsSpheresAroundTheirCentres) {
             (std::array<double, 4>{-49152, -49152, -49152, 1.7320508075688772 * 32768}));
 }
 
+// A view that finds every cell in the same relation, counting its tests.
+view_test_t counting(int& tests, int relation) {
+  return [&tests, relation](const double*, double) {
+    ++tests;
+    return relation;
+  };
+}
+
 TEST(ViewDepth, CrowdedDepthsAreNotWalkedToTheEnd) {
   const auto tree = quvra_test::full_tree();
   int tests = 0;
-  const view_test_t counting = [&tests](const double*, double) {
-    ++tests;
-    return 1;
-  };
-  EXPECT_EQ(view_depth(*tree, counting, 2), 0);
+  EXPECT_EQ(view_depth(*tree, counting(tests, 1), 2), 0);
   EXPECT_LT(tests, 1 + 8 + 64);
 }
 
 TEST(ViewDepth, CellsInsideACellWhollyInViewAreNotTestedAgain) {
   const auto tree = quvra_test::full_tree();
   int tests = 0;
-  const view_test_t counting = [&tests](const double*, double) {
-    ++tests;
-    return 2;
-  };
-  EXPECT_EQ(view_depth(*tree, counting, 1000), 2);
+  EXPECT_EQ(view_depth(*tree, counting(tests, 2), 1000), 2);
   EXPECT_EQ(tests, 1);
 }
 
