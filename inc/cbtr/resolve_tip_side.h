@@ -36,4 +36,12 @@ bool meets_moved_line(const tri_extension_t& tri, const grid_line_t& line);
 std::uint32_t resolve_group(std::span<const tip_candidate_t> group, const grid_line_t& line, int side,
                             const tri_extension_t*& winner);
 
+// The state along the line next to a point where the surface only touches
+// it, looking towards the corner of `side`: where every triangle there says
+// the same by its normal, that; for two triangles through one edge that
+// disagree, the fold they make (at a convex fold the line runs in air if
+// either says air, at a concave one only if both do). 0 when the triangles
+// of a vertex disagree.
+std::uint32_t touch_state(std::span<const tip_candidate_t> group, int axis, int side);
+
 }  // namespace cbtr

@@ -31,6 +31,9 @@ double settle(double estimate, double bound, Exact exact) {
 }
 
 double interior_crossing(const tri_extension_t& t, const grid_line_t& l) {
+  // A plane across the axis crosses every such line at its own coordinate,
+  // exactly: faces parallel to cell faces are reproduced to the last bit.
+  if (t.normal_sign[l.a1] == 0 && t.normal_sign[l.a2] == 0) return lattice_safe_double(component(t.tri.a, l.a));
   const double n = component(t.normal_d, l.a);
   const double n1u = component(t.normal_d, l.a1) * l.u;
   const double n2v = component(t.normal_d, l.a2) * l.v;

@@ -75,7 +75,7 @@ void decide_side(edge_side_t& s, It first, It last, const edge_t& edge, int side
     s = {corner, surface_mode, nullptr, true};
     return;
   }
-  std::vector<tip_candidate_t> group;
+  std::vector<tip_candidate_t> group, first_touch;
   for (It it = first; it != last;) {
     const double t = it->t;
     group.clear();
@@ -90,7 +90,11 @@ void decide_side(edge_side_t& s, It first, It last, const edge_t& edge, int side
       s = {t, verdict, winner, false};
       return;
     }
+    if (first_touch.empty()) first_touch = group;
   }
+  // Nothing crosses the edge on this side: the corner is where the line runs
+  // beside the nearest touching point.
+  if (!first_touch.empty()) s.state = touch_state(first_touch, edge.line.a, side);
 }
 
 // A surface that only touches the line between the corners, and reaches

@@ -47,4 +47,29 @@ std::uint32_t resolve_group(std::span<const tip_candidate_t> group, const grid_l
   return winner ? state_from_normal(*winner, line.a, side, corner_solid) : touch_verdict;
 }
 
+namespace {
+
+// The second triangle lies behind the first's plane at a convex fold.
+bool convex_fold(const tip_candidate_t& first, const tip_candidate_t& second) {
+  const int k = second.hit->edge_index();
+  const vec3fr into_second = second.tri->corner((k + 2) % 3) - second.tri->corner(k);
+  return geom::dot(first.tri->tri.normal, into_second).sign() < 0;
+}
+
+}  // namespace
+
+std::uint32_t touch_state(std::span<const tip_candidate_t> group, int axis, int side) {
+  bool air = false, solid = false;
+  for (const tip_candidate_t& c : group) {
+    const std::uint32_t s = state_from_normal(*c.tri, axis, side, corner_unset);
+    air |= s == corner_air;
+    solid |= s == corner_solid;
+  }
+  if (air != solid) return air ? corner_air : corner_solid;
+  const bool two_on_one_edge = group.size() == 2 && group[0].hit->edge_index() >= 0 &&
+                               group[1].hit->edge_index() >= 0;
+  if (!air || !two_on_one_edge) return corner_unset;
+  return convex_fold(group[0], group[1]) ? corner_air : corner_solid;
+}
+
 }  // namespace cbtr

@@ -76,6 +76,35 @@ std::vector<geom::stl_tri_t> sphere_soup(double radius, int rings, int sectors) 
   return out;
 }
 
+std::vector<geom::stl_tri_t> step_block_soup(double x0, double y0, double z0, double x1, double y1, double z1,
+                                             double xs, double zs) {
+  // The L profile in (x, z), counter-clockwise seen from -y.
+  const std::array<std::array<double, 2>, 6> profile = {
+      {{x0, z0}, {x1, z0}, {x1, zs}, {xs, zs}, {xs, z1}, {x0, z1}}};
+  const auto at = [](const std::array<double, 2>& p, double y) { return point{p[0], y, p[1]}; };
+  std::vector<geom::stl_tri_t> out;
+  // The two L faces as two rectangles each: below zs, and the upright part.
+  const auto l_face = [&](double y, bool front) {
+    const point a = {x0, y, z0}, b = {x1, y, z0}, c = {x1, y, zs}, d = {x0, y, zs};
+    const point e = {xs, y, zs}, f = {xs, y, z1}, g = {x0, y, z1};
+    if (front) {
+      add_quad(out, a, b, c, d);
+      add_quad(out, d, e, f, g);
+    } else {
+      add_quad(out, a, d, c, b);
+      add_quad(out, d, g, f, e);
+    }
+  };
+  l_face(y0, true);
+  l_face(y1, false);
+  for (std::size_t i = 0; i < profile.size(); ++i) {
+    const auto& p = profile[i];
+    const auto& q = profile[(i + 1) % profile.size()];
+    add_quad(out, at(p, y0), at(p, y1), at(q, y1), at(q, y0));
+  }
+  return out;
+}
+
 std::vector<geom::stl_tri_t> torus_soup(double r_major, double r_minor, int rings, int sides) {
   std::vector<geom::stl_tri_t> out;
   for (int i = 0; i < rings; ++i)

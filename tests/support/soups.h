@@ -17,6 +17,11 @@ std::vector<geom::stl_tri_t> box_soup(double x0, double y0, double z0, double x1
 // 2 * rings * sectors triangles (rings >= 2, sectors >= 3).
 std::vector<geom::stl_tri_t> sphere_soup(double radius, int rings, int sectors);
 
+// An L-shaped block with a sharp concave edge: the box (x0, y0, z0) -
+// (x1, y1, z1) without the corner x > xs, z > zs, over its whole y depth.
+std::vector<geom::stl_tri_t> step_block_soup(double x0, double y0, double z0, double x1, double y1, double z1,
+                                             double xs, double zs);
+
 // Torus around the z axis with rings x sides quads of two triangles each.
 std::vector<geom::stl_tri_t> torus_soup(double r_major, double r_minor, int rings, int sides);
 
