@@ -28,14 +28,19 @@ class apt_derivative_t;
 
 class QV_API apt_t {
  public:
-  double d;  /* diameter */
-  double r;  /* corner radius; 0 for a sharp corner */
-  double e;  /* distance of the corner arc's centre from the axis */
-  double f;  /* height of the corner arc's centre */
-  double a;  /* bottom angle, radians, from the plane normal to the axis */
-  double b;  /* flank angle, radians, from the axis */
-  double h;  /* overall height */
+  double d = 0; /* diameter */
+  double r = 0; /* corner radius; 0 for a sharp corner */
+  double e = 0; /* distance of the corner arc's centre from the axis */
+  double f = 0; /* height of the corner arc's centre */
+  double a = 0; /* bottom angle, radians, from the plane normal to the axis */
+  double b = 0; /* flank angle, radians, from the axis */
+  double h = 0; /* overall height */
 
+  apt_t() = default;
+  apt_t(double d, double r, double e, double f, double a, double b, double h);
+  apt_t(const apt_t& other) = default;
+  apt_t(apt_t&& other) noexcept = default;
+  ~apt_t() = default;
   apt_t& operator=(const apt_t& other);
   apt_t& operator=(apt_t&& other) noexcept;
 

@@ -8,6 +8,9 @@
 
 namespace mech {
 
+apt_t::apt_t(double d, double r, double e, double f, double a, double b, double h)
+    : d(d), r(r), e(e), f(f), a(a), b(b), h(h) {}
+
 apt_t& apt_t::operator=(const apt_t& other) = default;
 apt_t& apt_t::operator=(apt_t&& other) noexcept = default;
 

@@ -25,7 +25,8 @@ const named_tool tools[] = {
     {"bull_nose", {10, 2, 3, 2, 0, 0, 30}},
     {"drill", {10, 0, 5, 5 * std::tan(31 * deg), 31 * deg, 0, 40}},
     {"tapered_ball", {6, 3, 0, 3, 0, 5 * deg, 30}},
-    {"tapered_bull_nose", {12, 1.5, 4.5, 1.5 + 4.5 * std::tan(10 * deg), 10 * deg, 8 * deg, 25}},
+    // A bottom cone through the tip touches the arc when f cos a - e sin a = r.
+    {"tapered_bull_nose", {12, 1.5, 4.5, (1.5 + 4.5 * std::sin(10 * deg)) / std::cos(10 * deg), 10 * deg, 8 * deg, 25}},
 };
 
 class apt_tool : public testing::TestWithParam<named_tool> {};
