@@ -19,8 +19,8 @@ using geom::vec3fr;
 // cross(b - a, c - a), and its unit form in doubles.
 using exact_tri_t = geom::tri3<vec3fr, vec3fr, vec3d>;
 
-const fr& component(const vec3fr& v, int axis);
-double component(const vec3d& v, int axis);
+inline const fr& component(const vec3fr& v, int axis) { return axis == 0 ? v.x : axis == 1 ? v.y : v.z; }
+inline double component(const vec3d& v, int axis) { return axis == 0 ? v.x : axis == 1 ? v.y : v.z; }
 
 struct tri_extension_t {
   explicit tri_extension_t(exact_tri_t t);

@@ -1,5 +1,6 @@
 #include "cbtr/build_cube_tree.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cstdio>
 #include <cstring>
@@ -43,13 +44,35 @@ key_t rotated_key(const geom::stl_tri_t& t) {
   return key;
 }
 
-exact_tri_t exact_tri(const geom::stl_tri_t& t, double resolution) {
-  const auto point = [&](const std::array<double, 3>& p) {
-    return geom::vec3fr{geom::from_double(p[0], resolution), geom::from_double(p[1], resolution),
-                        geom::from_double(p[2], resolution)};
-  };
-  return exact_tri_t{point(t.a), point(t.b), point(t.c), {}, {}};
-}
+// Each distinct coordinate of the soup on the fraction grid, converted once:
+// corners are shared by about six triangles, and rings of a mesh share
+// coordinates too.
+class coordinate_grid_t {
+ public:
+  coordinate_grid_t(const std::vector<geom::stl_tri_t>& tris, double resolution) {
+    for (const geom::stl_tri_t& t : tris)
+      for (const auto* p : {&t.a, &t.b, &t.c}) _values.insert(_values.end(), p->begin(), p->end());
+    std::sort(_values.begin(), _values.end());
+    _values.erase(std::unique(_values.begin(), _values.end()), _values.end());
+    _fractions.resize(_values.size());
+    common::parallel_chunks(_values.size(), [&](std::size_t begin, std::size_t end) {
+      for (std::size_t i = begin; i < end; ++i) _fractions[i] = geom::from_double(_values[i], resolution);
+    });
+  }
+
+  exact_tri_t exact_tri(const geom::stl_tri_t& t) const {
+    return exact_tri_t{_point(t.a), _point(t.b), _point(t.c), {}, {}};
+  }
+
+ private:
+  const geom::fr& _fraction(double v) const {
+    return _fractions[std::lower_bound(_values.begin(), _values.end(), v) - _values.begin()];
+  }
+  geom::vec3fr _point(const std::array<double, 3>& p) const { return {_fraction(p[0]), _fraction(p[1]), _fraction(p[2])}; }
+
+  std::vector<double> _values;  // sorted, distinct
+  std::vector<geom::fr> _fractions;
+};
 
 void report(common::progress_monitor_t* monitor, const std::string& text, std::int64_t total) {
   if (monitor) monitor->set_msg(text, total);
@@ -70,12 +93,13 @@ std::vector<geom::stl_tri_t> without_duplicates(const std::vector<geom::stl_tri_
 
 std::vector<tri_extension_t> exact_records(const std::vector<geom::stl_tri_t>& tris, double resolution,
                                            const stop_token* stop, common::progress_monitor_t* monitor) {
+  const coordinate_grid_t grid(tris, resolution);
   std::vector<std::optional<tri_extension_t>> made(tris.size());
   std::atomic<std::size_t> done{0};
   common::parallel_chunks(tris.size(), [&](std::size_t begin, std::size_t end) {
     for (std::size_t i = begin; i < end; ++i) {
       if (stop && stop_token__stop_requested(stop)) return;
-      made[i].emplace(exact_tri(tris[i], resolution));
+      made[i].emplace(grid.exact_tri(tris[i]));
       const std::size_t n = done.fetch_add(1) + 1;
       if (monitor && n % 10000 == 0) monitor->set_numerator(static_cast<std::int64_t>(n));
     }

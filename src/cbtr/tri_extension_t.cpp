@@ -5,10 +5,6 @@
 
 namespace cbtr {
 
-const fr& component(const vec3fr& v, int axis) { return axis == 0 ? v.x : axis == 1 ? v.y : v.z; }
-
-double component(const vec3d& v, int axis) { return axis == 0 ? v.x : axis == 1 ? v.y : v.z; }
-
 namespace {
 
 void pack_all(vec3fr& v) {
