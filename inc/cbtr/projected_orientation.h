@@ -20,4 +20,8 @@ struct grid_line_t {
 // corner k + 1) and the line's point Q: positive when Q lies on the left.
 int projected_orient(const tri_extension_t& t, int k, const grid_line_t& line);
 
+// True when doubles alone prove that the line along axis through (u, v)
+// passes outside the triangle. False says nothing: the line may still miss.
+bool certainly_misses(const tri_extension_t& t, int axis, double u, double v);
+
 }  // namespace cbtr

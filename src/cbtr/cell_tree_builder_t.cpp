@@ -1,5 +1,6 @@
 #include "cbtr/cell_tree_builder_t.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -18,20 +19,20 @@ constexpr double tolerance = 32 * std::numeric_limits<double>::epsilon();
 // Children on the low side of each axis; the high side is the complement.
 constexpr std::uint8_t low_children[3] = {0x55, 0x33, 0x0F};
 
-// Which of the eight corners of box lie strictly on each side of the plane,
-// as far as doubles can prove it.
+// Whether doubles prove the whole box strictly on one side of the plane:
+// the plane function's least and greatest values over a box are taken at
+// its corners, axis by axis.
 bool plane_misses_box(const tri_extension_t& t, const cell_t& box) {
-  int below = 0, above = 0;
-  for (int k = 0; k < 8; ++k) {
-    const double p[3] = {box.face_model(0, k & 1), box.face_model(1, (k >> 1) & 1), box.face_model(2, (k >> 2) & 1)};
-    const double terms[3] = {t.normal_d.x * p[0], t.normal_d.y * p[1], t.normal_d.z * p[2]};
-    const double value = terms[0] + terms[1] + terms[2] - t.plane_dd;
-    const double bound =
-        tolerance * (std::abs(terms[0]) + std::abs(terms[1]) + std::abs(terms[2]) + std::abs(t.plane_dd));
-    below += value < -bound;
-    above += value > bound;
+  double least = -t.plane_dd, greatest = -t.plane_dd, magnitude = std::abs(t.plane_dd);
+  for (int a = 0; a < 3; ++a) {
+    const double n = component(t.normal_d, a);
+    const double lo = n * box.face_model(a, false), hi = n * box.face_model(a, true);
+    least += std::min(lo, hi);
+    greatest += std::max(lo, hi);
+    magnitude += std::max(std::abs(lo), std::abs(hi));
   }
-  return below == 8 || above == 8;
+  const double bound = tolerance * magnitude;
+  return greatest < -bound || least > bound;
 }
 
 }  // namespace

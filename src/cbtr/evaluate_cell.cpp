@@ -124,7 +124,9 @@ edge_tips_t evaluate_cell(const cell_t& cell, std::span<const std::uint32_t> lis
     edge_t edge = edge_of(cell, e);
     hits.clear();
     for (std::uint32_t i : list) {
-      if (!may_meet(tris[i], edge)) continue;
+      // Most triangles near a line miss it, and doubles prove it without
+      // a visit to the shared memo.
+      if (!may_meet(tris[i], edge) || certainly_misses(tris[i], edge.line.a, edge.line.u, edge.line.v)) continue;
       edge_hit_t& hit = memo.hit(i, edge.line.a, edge.cu, edge.cv);
       if (!hit.is_miss()) take_hit(edge, hits, tris[i], hit);
     }
