@@ -6,6 +6,8 @@
 
 #include <stdint.h>
 
+#include "common/progress_monitor.h"
+#include "common/stop.h"
 #include "quvra_export.h"
 
 #ifdef __cplusplus
@@ -13,11 +15,30 @@ namespace cbtr {
 class cube_tree_t;
 }
 typedef cbtr::cube_tree_t cube_tree_t;
+namespace geom {
+struct stl3d_t;
+}
+typedef geom::stl3d_t stl3d_t;
 #else
 typedef struct cube_tree_t cube_tree_t;
+typedef struct stl3d_t stl3d_t;
 #endif
 
 QV_EXTERN_C_BEGIN
+
+/* Called on the building thread at every step and count of a build; the
+   monitor is valid during the call only (read it with progress_monitor__*). */
+typedef void (*report_progress)(const progress_monitor_t* monitor);
+
+/* Builds a stock from a closed triangle soup (only read during the call),
+   with cells no wider than grid_width model units. Owned by the caller, free
+   with cube_tree__delete. A stop requested on stop (may be null) ends the
+   build with an empty stock. progress may be null. Null when stl is null,
+   grid_width is not a positive number, or memory runs out. Cells that could
+   not be classified (open or self-overlapping soups) are counted in the log
+   line "cube tree: N cells could not be classified". */
+QV_API cube_tree_t* cube_tree__new(const stl3d_t* stl, double grid_width, const stop_token* stop,
+                                   report_progress progress) QV_NOEXCEPT;
 
 /* Null-safe. */
 QV_API void cube_tree__delete(cube_tree_t* tree) QV_NOEXCEPT;

@@ -9,7 +9,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "cbtr/cell_surface.h"
+#include "cbtr/cell_triangles.h"
 #include "common/stop.h"
 #include "soups.h"
 #include "surface_checks.h"
@@ -20,18 +20,9 @@ using namespace cbtr;
 using quvra_test::point3;
 using quvra_test::triangle3;
 
-void collect(const cube_node_t& node, std::vector<triangle3>& out) {
-  if (node.kind & kind_leaf) {
-    for (const cube_tri_t& t : leaf_triangles(node)) out.push_back({t.v[0], t.v[1], t.v[2]});
-    return;
-  }
-  for (const auto& child : snapshot_children(node))
-    if (child) collect(*child, out);
-}
-
 std::vector<triangle3> surface(const cube_tree_t& tree) {
   std::vector<triangle3> out;
-  if (const auto root = tree.root.load()) collect(*root, out);
+  for (const cube_tri_t& t : list_surface(tree)) out.push_back({t.v[0], t.v[1], t.v[2]});
   return out;
 }
 

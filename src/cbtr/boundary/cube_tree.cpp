@@ -1,9 +1,11 @@
 #include "cbtr/cube_tree.h"
 
+#include <cmath>
 #include <filesystem>
 #include <new>
 #include <string_view>
 
+#include "cbtr/build_cube_tree.h"
 #include "cbtr/cell_caches.h"
 #include "cbtr/cube_tree_file.h"
 #include "cbtr/cube_tree_t.h"
@@ -15,9 +17,29 @@ std::filesystem::path utf8_path(const char* path) {
   return {std::u8string_view(reinterpret_cast<const char8_t*>(path))};
 }
 
+// Hands every change of the build's monitor to the host's function.
+struct forwarding_monitor_t : common::progress_monitor_t {
+  explicit forwarding_monitor_t(report_progress fn) : host(fn) { on_change = forward; }
+
+  static void forward(common::progress_monitor_t* m) { static_cast<forwarding_monitor_t*>(m)->host(m); }
+
+  report_progress host;
+};
+
 }  // namespace
 
 extern "C" {
+
+cube_tree_t* cube_tree__new(const stl3d_t* stl, double grid_width, const stop_token* stop,
+                           report_progress progress) noexcept {
+  if (!stl || !(grid_width > 0) || !std::isfinite(grid_width)) return nullptr;
+  try {
+    forwarding_monitor_t monitor(progress);
+    return cbtr::build_cube_tree(*stl, grid_width, stop, progress ? &monitor : nullptr).release();
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
 
 void cube_tree__delete(cube_tree_t* tree) noexcept { delete tree; }
 
