@@ -1,13 +1,15 @@
 #pragma once
 
 // A tool volume ready for the cube tree: exact triangles, degenerate ones
-// filtered out and the rest digested once, so that one volume can be
-// applied to several trees, or to many nodes, without repeating the work.
-// Immutable after construction.
+// filtered out and the rest digested once into the records the cell tests
+// read, so that one volume can be applied to several trees, or to many
+// nodes, without repeating the work. Immutable after construction.
 
 #include <cstddef>
+#include <vector>
 
 #include "cbtr/tool_tri.h"
+#include "cbtr/tri_extension_t.h"
 
 namespace cbtr {
 
@@ -18,10 +20,10 @@ class cached_tris_t {
   explicit cached_tris_t(tool_tris_t&& tris);
 
   std::size_t size() const { return _tris.size(); }
-  const tool_tris_t& tris() const { return _tris; }
+  const std::vector<tri_extension_t>& tris() const { return _tris; }
 
  private:
-  tool_tris_t _tris;
+  std::vector<tri_extension_t> _tris;
 };
 
 }  // namespace cbtr

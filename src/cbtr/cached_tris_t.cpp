@@ -9,10 +9,7 @@ cached_tris_t::cached_tris_t(tool_tris_t&& tris) {
       for (geom::fr* c : {&corner->x, &corner->y, &corner->z}) c->pack();
     for (geom::fr* c : {&t.normal.x, &t.normal.y, &t.normal.z}) c->evaluate();
     if (is_zero(t.normal)) continue;
-    // TODO(tri_extension_t): the stock's triangle record, with the data the
-    // exact plane and edge tests of a subtraction need, is built here from
-    // t and appended in its place, once that record exists.
-    _tris.push_back(std::move(t));
+    _tris.emplace_back(std::move(t));
   }
   tool_tris_t().swap(tris);
 }
