@@ -44,10 +44,17 @@ class cell_tree_builder_t {
   std::array<std::vector<std::uint32_t>, 8> distribute(const cell_t& cell,
                                                        std::span<const std::uint32_t> list) const;
 
+  // What the triangles make of one cell: a leaf at the finest depth or over
+  // one plane, a subtree otherwise, null where the cell is uniform.
+  std::shared_ptr<cube_node_t> cell(const cell_t& cell, std::span<const std::uint32_t> list);
+  // The cell evaluated once, through the shared memo.
+  edge_tips_t evaluate(const cell_t& cell, std::span<const std::uint32_t> list);
+  // A leaf of that evaluation; counts it as a defect if it is one.
+  std::shared_ptr<cube_node_t> leaf(const cell_t& cell, const edge_tips_t& tips);
+  // All triangles of list share one normal: a flat piece.
+  bool in_one_plane(std::span<const std::uint32_t> list) const;
+
  private:
-  std::shared_ptr<cube_node_t> _child(const cell_t& child, std::span<const std::uint32_t> list);
-  std::shared_ptr<cube_node_t> _leaf(const cell_t& cell, const edge_tips_t& tips);
-  bool _in_one_plane(std::span<const std::uint32_t> list) const;
 
   const std::vector<tri_extension_t>& _tris;
   std::uint32_t _resolution;

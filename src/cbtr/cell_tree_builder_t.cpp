@@ -60,7 +60,7 @@ std::array<std::vector<std::uint32_t>, 8> cell_tree_builder_t::distribute(
   return lists;
 }
 
-bool cell_tree_builder_t::_in_one_plane(std::span<const std::uint32_t> list) const {
+bool cell_tree_builder_t::in_one_plane(std::span<const std::uint32_t> list) const {
   const vec3d& n = _tris[list.front()].normal_d;
   for (std::uint32_t i : list) {
     const vec3d& m = _tris[i].normal_d;
@@ -74,7 +74,7 @@ std::shared_ptr<cube_node_t> cell_tree_builder_t::build(const cell_t& cell, std:
   const auto lists = distribute(cell, list);
   child_snapshot_t kids;
   for (int k = 0; k < 8; ++k)
-    if (!lists[k].empty()) kids[k] = _child(cell.child(k), lists[k]);
+    if (!lists[k].empty()) kids[k] = this->cell(cell.child(k), lists[k]);
   const std::optional<std::uint32_t> word = branch_corner_word(kids);
   if (!word || stopped()) return nullptr;
   auto branch = std::make_shared<cube_node_t>(std::weak_ptr<cube_node_t>{}, cell.centre[0], cell.centre[1],
@@ -89,11 +89,11 @@ std::shared_ptr<cube_node_t> cell_tree_builder_t::build(const cell_t& cell, std:
   return branch;
 }
 
-std::shared_ptr<cube_node_t> cell_tree_builder_t::_child(const cell_t& child, std::span<const std::uint32_t> list) {
+std::shared_ptr<cube_node_t> cell_tree_builder_t::cell(const cell_t& child, std::span<const std::uint32_t> list) {
   const bool finest = child.depth >= static_cast<int>(_resolution);
-  if (finest || _in_one_plane(list)) {
-    const edge_tips_t tips = evaluate_cell(child, list, _tris, _memo);
-    if (!is_uniform_corner_word(tips.corners)) return _leaf(child, tips);
+  if (finest || in_one_plane(list)) {
+    const edge_tips_t tips = evaluate(child, list);
+    if (!is_uniform_corner_word(tips.corners)) return leaf(child, tips);
     // A flat piece that crosses none of this cell's edges is looked for in
     // the children.
     if (finest) return nullptr;
@@ -101,7 +101,11 @@ std::shared_ptr<cube_node_t> cell_tree_builder_t::_child(const cell_t& child, st
   return build(child, list);
 }
 
-std::shared_ptr<cube_node_t> cell_tree_builder_t::_leaf(const cell_t& cell, const edge_tips_t& tips) {
+edge_tips_t cell_tree_builder_t::evaluate(const cell_t& cell, std::span<const std::uint32_t> list) {
+  return evaluate_cell(cell, list, _tris, _memo);
+}
+
+std::shared_ptr<cube_node_t> cell_tree_builder_t::leaf(const cell_t& cell, const edge_tips_t& tips) {
   auto leaf = std::make_shared<cube_node_t>(std::weak_ptr<cube_node_t>{}, cell.centre[0], cell.centre[1],
                                              cell.centre[2]);
   leaf->kind = kind_leaf;

@@ -1,0 +1,290 @@
+#include "cbtr/tree_step.h"
+
+#include <numeric>
+
+#include "cbtr/cell_surface.h"
+#include "cbtr/cell_tree_builder_t.h"
+#include "cbtr/leaf_merge.h"
+#include "cbtr/leaf_split.h"
+
+// Addition runs as subtraction from the stock's complement: "material" below
+// is the stock when subtracting and its complement when adding, and every
+// corner word is read and written through that view.
+
+namespace cbtr {
+
+namespace {
+
+constexpr int looked = 1, remove_me = 2, changed = 4;
+
+// A split stock leaf gives air to a point on its own surface.
+constexpr std::uint32_t split_mode = corner_air;
+
+struct level_t {
+  int bits = 0;
+  std::shared_ptr<cube_node_t> delta;
+};
+
+void forget_caches(cube_node_t& node) {
+  node.tri_cache.store({});
+  node.draw_cache.store({});
+}
+
+bool is_uniform_kind(const cube_node_t& n) { return (n.kind & 3) != 0; }
+bool is_branch(const cube_node_t& n) { return (n.kind & kind_branch) != 0; }
+
+class step_runner_t {
+ public:
+  step_runner_t(const std::vector<tri_extension_t>& tool, std::uint32_t limit, const step_options_t& options)
+      : _builder(tool, limit), _limit(limit), _options(options) {}
+
+  level_t branch(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, std::span<const std::uint32_t> list);
+  std::shared_ptr<cube_node_t> tool_tree(std::span<const std::uint32_t> list) { return _builder.build(root_cell, list); }
+  // The stock word seen as material, or a material word seen as stock.
+  std::uint32_t seen(std::uint32_t word) const { return _options.subtract ? word : inverted_corners(word); }
+  void empty_node(cube_node_t& node) const;
+
+  std::vector<contour_t> contours;
+
+ private:
+  struct pass_t {
+    child_snapshot_t stock, delta;
+    std::uint8_t recursed = 0, marked = 0, skip = 0;
+    bool changed = false;
+  };
+
+  bool material_solid(const std::shared_ptr<cube_node_t>& child, const cube_node_t& parent, int k) const;
+  bool material_air(const std::shared_ptr<cube_node_t>& child, const cube_node_t& parent, int k) const;
+  void first_pass(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, int k,
+                  std::span<const std::uint32_t> list, pass_t& pass);
+  void recurse(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, int k,
+               std::span<const std::uint32_t> list, pass_t& pass);
+  void at_leaf(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, int k,
+               std::span<const std::uint32_t> list, pass_t& pass);
+  void second_pass(const std::shared_ptr<cube_node_t>& stock, const cube_node_t& delta_branch, int k,
+                   pass_t& pass);
+  bool merge_material(cube_node_t& leaf, const cube_node_t& tool) const;
+  std::shared_ptr<cube_node_t> graft(const cube_node_t& tool, const std::shared_ptr<cube_node_t>& parent) const;
+  void finish_level(const std::shared_ptr<cube_node_t>& stock, level_t& result);
+
+  cell_tree_builder_t _builder;
+  std::uint32_t _limit;
+  step_options_t _options;
+};
+
+bool step_runner_t::material_solid(const std::shared_ptr<cube_node_t>& child, const cube_node_t& parent,
+                                   int k) const {
+  if (!child) return corner_of(seen(parent.corners), k) == corner_solid;
+  return child->kind == (_options.subtract ? kind_solid : kind_air);
+}
+
+bool step_runner_t::material_air(const std::shared_ptr<cube_node_t>& child, const cube_node_t& parent,
+                                 int k) const {
+  if (!child) return corner_of(seen(parent.corners), k) == corner_air;
+  return child->kind == (_options.subtract ? kind_air : kind_solid);
+}
+
+level_t step_runner_t::branch(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell,
+                              std::span<const std::uint32_t> list) {
+  const auto lists = _builder.distribute(cell, list);
+  pass_t pass;
+  pass.stock = snapshot_children(*stock);
+  for (int k = 0; k < 8; ++k) {
+    if (lists[k].empty())
+      pass.marked |= 1u << k;
+    else
+      first_pass(stock, cell, k, lists[k], pass);
+  }
+  if (pass.marked == 0xFF) return {};
+  level_t result{looked, nullptr};
+  const std::optional<std::uint32_t> delta_word = branch_corner_word(pass.delta);
+  if (delta_word) {
+    result.delta = std::make_shared<cube_node_t>(std::weak_ptr<cube_node_t>{}, cell.centre[0], cell.centre[1],
+                                                 cell.centre[2]);
+    result.delta->kind = kind_branch;
+    result.delta->corners = *delta_word;
+    auto children = std::make_shared<cube_node_t::children_t>();
+    for (int k = 0; k < 8; ++k) (*children)[k].store(pass.delta[k]);
+    result.delta->children.store(std::move(children));
+    for (int k = 0; k < 8; ++k)
+      if (!(pass.recursed >> k & 1)) second_pass(stock, *result.delta, k, pass);
+  }
+  if (pass.changed) finish_level(stock, result);
+  return result;
+}
+
+void step_runner_t::first_pass(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, int k,
+                               std::span<const std::uint32_t> list, pass_t& pass) {
+  const std::shared_ptr<cube_node_t>& child = pass.stock[k];
+  if (!child || is_uniform_kind(*child)) {
+    // Only a solid cell of material has anything for the tool to take; in
+    // an empty one a single look still tells the tool's corners there,
+    // which the level's summary of the tool needs.
+    if (material_solid(child, *stock, k)) {
+      pass.delta[k] = _builder.cell(cell.child(k), list);
+    } else {
+      const edge_tips_t tips = _builder.evaluate(cell.child(k), list);
+      if (!is_uniform_corner_word(tips.corners)) pass.delta[k] = _builder.leaf(cell.child(k), tips);
+    }
+    if (!pass.delta[k]) pass.marked |= 1u << k;
+    return;
+  }
+  if (child->kind & kind_leaf) {
+    at_leaf(stock, cell, k, list, pass);
+    return;
+  }
+  recurse(stock, cell, k, list, pass);
+}
+
+void step_runner_t::recurse(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, int k,
+                            std::span<const std::uint32_t> list, pass_t& pass) {
+  const level_t r = branch(pass.stock[k], cell.child(k), list);
+  pass.delta[k] = r.delta;
+  if (!(r.bits & looked)) {
+    pass.marked |= 1u << k;
+    return;
+  }
+  pass.recursed |= 1u << k;
+  if (r.bits & remove_me) (*stock->children.load())[k].store(nullptr);
+  pass.changed |= (r.bits & changed) != 0;
+}
+
+void step_runner_t::at_leaf(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, int k,
+                            std::span<const std::uint32_t> list, pass_t& pass) {
+  const std::shared_ptr<cube_node_t>& leaf = pass.stock[k];
+  const cell_t child = cell.child(k);
+  const bool coarse = child.depth < static_cast<int>(_limit);
+  const bool flat = _builder.in_one_plane(list);
+  if (coarse && !flat && split_leaf(leaf, split_mode)) {
+    forget_caches(*leaf);
+    recurse(stock, cell, k, list, pass);
+    return;
+  }
+  const edge_tips_t tips = _builder.evaluate(child, list);
+  if (is_uniform_corner_word(tips.corners)) {
+    pass.marked |= 1u << k;
+    return;
+  }
+  pass.delta[k] = _builder.leaf(child, tips);
+  if (!coarse || !flat) return;
+  const int verdict = compare_leaf_with_tool(seen(leaf->corners), leaf->tips, pass.delta[k]->corners,
+                                             pass.delta[k]->tips);
+  if (verdict == 2) pass.skip |= 1u << k;
+  if (verdict == 3 && split_leaf(leaf, split_mode)) {
+    forget_caches(*leaf);
+    recurse(stock, cell, k, list, pass);
+  }
+}
+
+bool step_runner_t::merge_material(cube_node_t& leaf, const cube_node_t& tool) const {
+  leaf.corners = seen(leaf.corners);
+  const bool edge_changed = merge_tool_leaf(leaf, tool, _options.touch_counts);
+  leaf.corners = seen(leaf.corners);
+  return edge_changed;
+}
+
+std::shared_ptr<cube_node_t> step_runner_t::graft(const cube_node_t& tool,
+                                                  const std::shared_ptr<cube_node_t>& parent) const {
+  // What is left of solid material is the tool's complement.
+  auto copy = std::make_shared<cube_node_t>(parent, tool.x, tool.y, tool.z);
+  const std::int32_t kind = tool.kind;
+  copy->kind = (kind & 3) && _options.subtract ? (kind ^ 3) : kind;
+  copy->corners = seen(inverted_corners(tool.corners));
+  for (int e = 0; e < 12; ++e) copy->tips[e] = tool.tips[e].load();
+  if (is_branch(tool)) {
+    auto children = std::make_shared<cube_node_t::children_t>();
+    const child_snapshot_t kids = snapshot_children(tool);
+    for (int k = 0; k < 8; ++k)
+      if (kids[k]) (*children)[k].store(graft(*kids[k], copy));
+    copy->children.store(std::move(children));
+  }
+  return copy;
+}
+
+void step_runner_t::second_pass(const std::shared_ptr<cube_node_t>& stock, const cube_node_t& delta_branch, int k,
+                                pass_t& pass) {
+  const std::shared_ptr<cube_node_t>& child = pass.stock[k];
+  const std::shared_ptr<cube_node_t>& tool = pass.delta[k];
+  auto& slot = (*stock->children.load())[k];
+  if (!tool) {
+    // A cell the tool's surface doesn't reach: inside the tool or out of it.
+    if (corner_of(delta_branch.corners, k) != corner_solid || material_air(child, *stock, k)) return;
+    slot.store(nullptr);
+    pass.changed = true;
+    return;
+  }
+  if (child && (child->kind & kind_leaf) && !is_branch(*tool)) {
+    if (pass.skip >> k & 1 || !merge_material(*child, *tool)) return;
+    pass.changed = true;
+    if (seen(child->corners) == corners_all_air) {
+      slot.store(nullptr);
+    } else {
+      forget_caches(*child);
+      if (_options.want_contours) {
+        std::vector<contour_t> polygons = trace_leaf_polygons(*tool, true);
+        clamp_to_surface_box(polygons, *child);
+        for (contour_t& p : polygons) contours.push_back(std::move(p));
+      }
+    }
+    return;
+  }
+  if (!material_solid(child, *stock, k)) return;
+  if (_options.want_contours) trace_subtree(*tool, contours);
+  slot.store(graft(*tool, stock));
+  pass.changed = true;
+}
+
+void step_runner_t::empty_node(cube_node_t& node) const {
+  node.children.store(nullptr);
+  node.kind = _options.subtract ? kind_air : kind_solid;
+  node.corners = seen(corners_all_air);
+  for (auto& tip : node.tips) tip = no_tip;
+}
+
+void step_runner_t::finish_level(const std::shared_ptr<cube_node_t>& stock, level_t& result) {
+  result.bits |= changed;
+  stock->neighbours.reset();
+  const child_snapshot_t kids = snapshot_children(*stock);
+  const std::optional<std::uint32_t> word = branch_corner_word(kids);
+  forget_caches(*stock);
+  if (!word) {
+    empty_node(*stock);
+    result.bits |= remove_me;
+    return;
+  }
+  stock->corners = *word;
+  summarise_branch_tips(*stock, kids);
+  adopt_children(stock);
+  bool all_cells = true;
+  for (const auto& kid : kids) all_cells &= !kid || !is_branch(*kid);
+  if (all_cells) try_collapse(*stock, split_mode);
+}
+
+}  // namespace
+
+step_outcome_t run_step(cube_tree_t& tree, const std::vector<tri_extension_t>& tool, double grid_width,
+                        const step_options_t& options) {
+  if (grid_width == 0.0) grid_width = tree.grid_width();
+  const auto limit = static_cast<std::uint32_t>(resolution_from_width(grid_width));
+  tree.resolution = std::max(tree.resolution, limit);
+  step_outcome_t outcome{tree.resolution, false, {}};
+  std::vector<std::uint32_t> all(tool.size());
+  std::iota(all.begin(), all.end(), 0u);
+  step_runner_t runner(tool, limit, options);
+  const std::shared_ptr<cube_node_t> root = tree.root.load();
+  if (!options.subtract && (!root || root->kind == kind_air)) {
+    // Adding to nothing: the tool's own cells are the stock.
+    std::shared_ptr<cube_node_t> built = runner.tool_tree(all);
+    if (built && options.want_contours) trace_subtree(*built, outcome.contours);
+    outcome.touched = built != nullptr;
+    if (built) tree.root.store(std::move(built));
+    return outcome;
+  }
+  if (!root || (root->kind & 3) || ((root->kind & kind_leaf) && !split_leaf(root, split_mode))) return outcome;
+  const level_t r = runner.branch(root, root_cell, all);
+  outcome.touched = (r.bits & changed) != 0;
+  outcome.contours = std::move(runner.contours);
+  return outcome;
+}
+
+}  // namespace cbtr
