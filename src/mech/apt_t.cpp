@@ -23,7 +23,10 @@ std::vector<geom::pair_zr_t<double>> apt_t::_get_zrs(const apt_derivative_t& der
   if (r > 0) {
     const double a0 = std::atan2(z6 - f, r7 - e);
     const double a1 = std::atan2(z8 - f, r9 - e);
-    const int n = static_cast<int>(std::ceil((a1 - a0) / std::numbers::pi)) * arc_steps;
+    // Sizes that make no arc (NaN angles) get no inner arc points; the
+    // outline's non-finite joints are refused by the caller.
+    const double turns = std::ceil((a1 - a0) / std::numbers::pi);
+    const int n = std::isfinite(turns) && turns > 0 ? static_cast<int>(turns) * arc_steps : 1;
     const double da = (a1 - a0) / n;
     for (int i = 1; i < n; ++i) zrs.push_back({f + r * std::sin(a0 + i * da), e + r * std::cos(a0 + i * da)});
     zrs.push_back({z8, r9});
