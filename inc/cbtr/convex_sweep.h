@@ -7,8 +7,9 @@
 //
 // Only the points that can be on the hull go in: a vertex at the start pose
 // when it lies on a triangle facing away from its motion, and at the end
-// pose when it lies on one facing its motion. Triangles with all three
-// corners in at one pose seed the wrapping.
+// pose when it lies on one facing its motion. Triangles whose corners all
+// move clearly out of them at one pose, with the rest of their flat face,
+// seed the wrapping there; the wrapping checks what the seeds gave it.
 
 #include "cbtr/tool_tri.h"
 #include "geom/mat4d.h"

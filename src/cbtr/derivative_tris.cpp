@@ -3,6 +3,8 @@
 #include <cmath>
 #include <limits>
 
+#include "cbtr/pose_rotation.h"
+
 namespace cbtr {
 
 namespace {
@@ -21,12 +23,6 @@ vec3d unit_cross(const vec3d& u, const vec3d& v) {
   if (length == 0) return {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::quiet_NaN(),
                            std::numeric_limits<double>::quiet_NaN()};
   return {n.x / length, n.y / length, n.z / length};
-}
-
-vec3d rotated(const geom::mat4d& pose, const vec3d& v) {
-  return {pose.m[0] * v.x + pose.m[4] * v.y + pose.m[8] * v.z,
-          pose.m[1] * v.x + pose.m[5] * v.y + pose.m[9] * v.z,
-          pose.m[2] * v.x + pose.m[6] * v.y + pose.m[10] * v.z};
 }
 
 void put(double* out, const vec3d& v) {

@@ -11,6 +11,7 @@ namespace {
 
 using point_t = topo_stl3wfr_t::point_t;
 using line_t = topo_stl3wfr_t::line_t;
+using tri_t = topo_stl3wfr_t::tri_t;
 using face_tris_t = std::vector<std::array<hull_index_t, 3>>;
 
 // One attempt at the hull. The mesh grows from its triangles' open lines
@@ -48,6 +49,27 @@ class hull_wrapper {
   }
 
   std::unique_ptr<topo_stl3wfr_t> take() { return std::move(_mesh); }
+
+  // Whether the closed mesh is the hull: it folds inward at every edge, and
+  // no point left off it lies outside a face. A closed surface convex at
+  // every edge bounds a convex body, and one that holds all the points with
+  // its corners among them is their hull. A wrong seed that raised no
+  // conflict while wrapping is caught here.
+  bool is_hull() const {
+    std::vector<hull_index_t> off_mesh;
+    for (hull_index_t i = 0; i < _pts.size(); ++i)
+      if (!_mesh_point[i]) off_mesh.push_back(i);
+    for (const tri_t* t = _mesh->tri_stock().first(); t; t = t->next) {
+      const hull_point_t& a = _pts[_index.at(t->p[0])];
+      const hull_point_t& b = _pts[_index.at(t->p[1])];
+      const hull_point_t& c = _pts[_index.at(t->p[2])];
+      for (const line_t* line : t->l)
+        if (orient3(a, b, c, _pts[_index.at(_far_corner(*line->twin))]) > 0) return false;
+      for (hull_index_t p : off_mesh)
+        if (orient3(a, b, c, _pts[p]) > 0) return false;
+    }
+    return true;
+  }
 
  private:
   void _add_seed(const hull_seed_t& s) {
@@ -112,6 +134,14 @@ class hull_wrapper {
     const vec3fr n = cross(_pts[a].pos - _pts[b].pos, _pts[c].pos - _pts[b].pos);
     coplanar.push_back(c);
     return triangulate_convex(_pts, hull_face_polygon(_pts, b, a, coplanar, n), n);
+  }
+
+  // The corner of the line's triangle that is not on the line.
+  static const point_t* _far_corner(const line_t& line) {
+    const tri_t& t = *line.tri;
+    for (int k = 0; k < 3; ++k)
+      if (t.l[k] == &line) return t.p[(k + 2) % 3];
+    QV_ABORT("wrap_convex_hull: a line is missing from its triangle");
   }
 
   // Calls fn for every point still in the search, dropping finished ones.
@@ -184,7 +214,7 @@ std::unique_ptr<topo_stl3wfr_t> wrap_convex_hull(const std::vector<vec3fr>& poin
   pts.reserve(points.size());
   for (const vec3fr& p : points) pts.emplace_back(p);
   hull_wrapper seeded(pts);
-  if (seeded.run(seeds)) return seeded.take();
+  if (seeded.run(seeds) && (seeds.empty() || seeded.is_hull())) return seeded.take();
   hull_wrapper plain(pts);
   QV_CHECK(plain.run({}), "wrap_convex_hull: a face of the exact hull reuses a line");
   return plain.take();
