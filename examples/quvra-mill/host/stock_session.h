@@ -1,0 +1,54 @@
+#pragma once
+
+// The stock as the library keeps it, and the one place where the host cuts
+// it. Everything the run does to the stock goes through this class.
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "cbtr/cube_tree.h"
+#include "host/mill_loop.h"
+#include "host/mill_options_t.h"
+#include "host/tool_model.h"
+
+namespace mill {
+
+// Whether this build of the library can cut a stock. When it cannot, the
+// host says so before any work rather than pretending to cut.
+bool cutting_available();
+
+class stock_session_t {
+ public:
+  // The stock of spec (a box or an STL file's surface) with cells no wider
+  // than cell. Throws std::runtime_error when the STL file cannot be read
+  // or the library builds no stock.
+  stock_session_t(const stock_spec_t& spec, double cell);
+
+  // Width of the finest cells, a power of two no wider than the cell asked
+  // for.
+  double grid_width() const;
+
+  // Removes volume from the stock. Throws std::runtime_error when cutting
+  // is not available.
+  cut_outcome_t cut(const cached_tris_t& volume);
+
+  // The stock's surface as triangle records (twelve doubles each). Throws
+  // std::runtime_error when the library cannot give it.
+  std::vector<double> surface() const;
+
+  // The library's stock file. Throws std::runtime_error naming path.
+  void write(const std::string& path) const;
+
+ private:
+  struct tree_deleter_t {
+    void operator()(cube_tree_t* t) const { cube_tree__delete(t); }
+  };
+  std::unique_ptr<cube_tree_t, tree_deleter_t> tree_;
+};
+
+// The twelve triangle records of an axis-aligned box (minimum x, y, z, then
+// maximum), facing outward.
+std::vector<double> box_surface(const std::array<double, 6>& box);
+
+}  // namespace mill
