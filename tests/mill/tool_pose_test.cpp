@@ -30,7 +30,9 @@ TEST(ToolPose, AnUprightToolIsAPureTranslationBitForBit) {
   const pose_t expected{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 1.5, -2, 3, 1};
   for (int i = 0; i < 16; ++i) {
     EXPECT_EQ(m[i], expected[i]) << "element " << i;
-    if (i < 12) EXPECT_FALSE(std::signbit(m[i])) << "no negative zero in the rotation, element " << i;
+    if (i < 12) {
+      EXPECT_FALSE(std::signbit(m[i])) << "no negative zero in the rotation, element " << i;
+    }
   }
 }
 
