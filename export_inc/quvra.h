@@ -21,6 +21,7 @@
 #include "geom/topo_stl3d.h"
 #include "disp/render_state.h"
 #include "cbtr/cached_tris.h"
+#include "cbtr/substraction.h"
 #include "geom/derivative_cached_tri3d.h"
 #include "mech/apt_derivative_t.h"
 #include "mech/apt_t.h"

@@ -1,0 +1,214 @@
+// Machining steps as a host makes them: volumes cut from and added to a
+// block, through the cube_tree__ step family.
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cmath>
+#include <cstring>
+#include <filesystem>
+
+#include "cbtr/cell_triangles.h"
+#include "cbtr/cube_tree_t.h"
+#include "cbtr/substraction.h"
+#include "geom/stl3d.h"
+#include "soups.h"
+#include "surface_checks.h"
+
+namespace {
+
+using quvra_test::triangle3;
+
+struct soup_t {
+  stl3d_t* s;
+  explicit soup_t(const std::vector<geom::stl_tri_t>& tris)
+      : s(stl3d__new_by_copy_array(reinterpret_cast<const double*>(tris.data()), tris.size())) {}
+  ~soup_t() { stl3d__delete(s); }
+};
+
+struct stock_t {
+  cube_tree_t* tree;
+  stock_t(const std::array<double, 6>& b, double w) {
+    soup_t block(quvra_test::box_soup(b[0], b[1], b[2], b[3], b[4], b[5]));
+    tree = cube_tree__new(block.s, w, nullptr, nullptr);
+  }
+  ~stock_t() { cube_tree__delete(tree); }
+
+  quvra_test::closure_t closure() const {
+    std::vector<triangle3> tris;
+    for (const cbtr::cube_tri_t& t : cbtr::list_surface(*tree)) tris.push_back({t.v[0], t.v[1], t.v[2]});
+    return quvra_test::check_closure(tris);
+  }
+  double volume() const { return closure().volume_about_origin; }
+
+  // Subtracts an axis-aligned box; answers whether the stock changed.
+  bool cut(const std::array<double, 6>& b, double w, bool contours = false, bool touch = false,
+           double* area = nullptr) {
+    soup_t tool(quvra_test::box_soup(b[0], b[1], b[2], b[3], b[4], b[5]));
+    substraction_t* s = cube_tree__substract_by_stl3d(tree, tool.s, w, contours, touch);
+    const bool touched = substraction__IsTouched(s);
+    if (area) *area = substraction__GetContactContourArea(s);
+    substraction__dtor(s);
+    return touched;
+  }
+};
+
+double box_volume(const std::array<double, 6>& b) { return (b[3] - b[0]) * (b[4] - b[1]) * (b[5] - b[2]); }
+
+// Volume that cells may lose or gain along the sharp edges of a box of size
+// dx, dy, dz: half a cell width squared per unit of edge length.
+double chamfer_bound(double w, double dx, double dy, double dz) { return 0.5 * w * w * 4 * (dx + dy + dz); }
+
+const std::array<double, 6> block = {0.3, 0.2, 0.1, 10.7, 8.9, 6.35};
+
+TEST(MachiningStep, BlockMinusBoxLosesThatVolumeWithinTheChamferBound) {
+  const std::array<double, 6> pocket = {3.1, 2.2, 4.05, 7.3, 6.6, 9.0};  // through the top face
+  const std::array<double, 6> inside = {3.1, 2.2, 2.05, 7.3, 6.6, 5.0};
+  for (double w : {1.0, 0.5, 0.25}) {
+    for (const auto& tool : {pocket, inside}) {
+      stock_t stock(block, w);
+      const double before = stock.volume();
+      EXPECT_TRUE(stock.cut(tool, w));
+      const auto c = stock.closure();
+      EXPECT_EQ(c.open_lines, 0u) << "cell " << w;
+      EXPECT_NEAR(c.volume_about_origin, c.volume_about_far_point, 1e-6 * before);
+      const std::array<double, 6> overlap = {tool[0], tool[1], tool[2], tool[3], tool[4], std::min(tool[5], block[5])};
+      EXPECT_NEAR(before - c.volume_about_origin, box_volume(overlap),
+                  chamfer_bound(w, overlap[3] - overlap[0], overlap[4] - overlap[1], overlap[5] - overlap[2]))
+          << "cell " << w;
+    }
+  }
+}
+
+TEST(MachiningStep, AddingTheToolBackRestoresTheVolume) {
+  stock_t stock(block, 0.5);
+  const double before = stock.volume();
+  soup_t tool(quvra_test::box_soup(3.1, 2.2, 2.05, 7.3, 6.6, 5.0));
+  substraction_t* s = cube_tree__substract_by_stl3d(stock.tree, tool.s, 0.5, false, false);
+  EXPECT_LT(stock.volume(), before - 10);
+  addition_t* a = cube_tree__add_by_stl3d(stock.tree, tool.s, 0.5, false, false);
+  EXPECT_TRUE(addition__IsTouched(a));
+  EXPECT_NEAR(stock.volume(), before, 1e-9 * before);
+  EXPECT_EQ(stock.closure().open_lines, 0u);
+  substraction__dtor(s);
+  addition__dtor(a);
+}
+
+TEST(MachiningStep, OverlappingCutsAlongAPathLeaveAClosedSlotWithoutSlivers) {
+  const double w = 0.25;
+  stock_t stock(block, w);
+  const double before = stock.volume();
+  // A 2 x 2 tool moved in 0.3 steps along x cuts a slot from x 1 to 9.
+  for (double x = 1.0; x + 2.0 <= 9.0 + 1e-9; x += 0.3) stock.cut({x, 3.3, 4.1, x + 2.0, 5.3, 8.0}, w);
+  stock.cut({7.0, 3.3, 4.1, 9.0, 5.3, 8.0}, w);
+  const auto c = stock.closure();
+  EXPECT_EQ(c.open_lines, 0u);
+  const std::array<double, 6> slot = {1.0, 3.3, 4.1, 9.0, 5.3, block[5]};
+  EXPECT_NEAR(before - c.volume_about_origin, box_volume(slot), chamfer_bound(w, 8.0, 2.0, block[5] - 4.1));
+}
+
+TEST(MachiningStep, ContoursAreClosedPolygonsOnTheToolSurface) {
+  stock_t stock(block, 0.5);
+  const std::array<double, 6> tool = {3.1, 2.2, 4.05, 7.3, 6.6, 9.0};
+  soup_t soup(quvra_test::box_soup(tool[0], tool[1], tool[2], tool[3], tool[4], tool[5]));
+  substraction_t* s = cube_tree__substract_by_stl3d(stock.tree, soup.s, 0.5, true, false);
+  const int32_t size = substraction__GetContactContoursBufSize(s);
+  ASSERT_GT(size, 4);
+  std::vector<unsigned char> buf(static_cast<std::size_t>(size));
+  substraction__GetContactContours(s, buf.data());
+  std::uint32_t polygons = 0;
+  std::memcpy(&polygons, buf.data(), 4);
+  ASSERT_GT(polygons, 10u);
+  std::size_t at = 4;
+  for (std::uint32_t p = 0; p < polygons; ++p) {
+    std::uint32_t points = 0;
+    std::memcpy(&points, buf.data() + at, 4);
+    at += 4;
+    EXPECT_GE(points, 3u);
+    for (std::uint32_t i = 0; i < points; ++i, at += 24) {
+      double q[3];
+      std::memcpy(q, buf.data() + at, 24);
+      bool on_face = false;
+      for (int k = 0; k < 3; ++k)
+        on_face |= std::abs(q[k] - tool[k]) < 1e-9 || std::abs(q[k] - tool[k + 3]) < 1e-9;
+      EXPECT_TRUE(on_face) << q[0] << " " << q[1] << " " << q[2];
+    }
+  }
+  EXPECT_EQ(at, static_cast<std::size_t>(size));
+  // Floor and walls of the pocket inside the block, as far as cells see them.
+  const double walls = 2 * (4.2 + 4.4) * (block[5] - 4.05), floor = 4.2 * 4.4;
+  EXPECT_NEAR(substraction__GetContactContourArea(s), walls + floor, 0.2 * (walls + floor));
+  substraction__dtor(s);
+}
+
+TEST(MachiningStep, NullToolOrTreeGivesAnUntouchedResult) {
+  stock_t stock(block, 1);
+  substraction_t* s = cube_tree__substract_by_cached_tris(stock.tree, nullptr, 1, true, true);
+  ASSERT_NE(s, nullptr);
+  EXPECT_FALSE(substraction__IsTouched(s));
+  EXPECT_EQ(substraction__GetContactContoursBufSize(s), 4);
+  unsigned char buf[4] = {9, 9, 9, 9};
+  substraction__GetContactContours(s, buf);
+  EXPECT_EQ(std::vector<unsigned char>(buf, buf + 4), (std::vector<unsigned char>{0, 0, 0, 0}));
+  EXPECT_EQ(substraction__GetContactContourArea(s), 0.0);
+  substraction__dtor(s);
+  addition_t* a = cube_tree__add_by_cached_tris(nullptr, nullptr, 1, false, false);
+  EXPECT_FALSE(addition__IsTouched(a));
+  addition__dtor(a);
+  substraction__dtor(nullptr);
+  addition__dtor(nullptr);
+}
+
+TEST(MachiningStep, ToolInAirTouchesNothing) {
+  stock_t stock(block, 0.5);
+  const double before = stock.volume();
+  double area = -1;
+  EXPECT_FALSE(stock.cut({20, 20, 20, 22, 22, 22}, 0.5, true, true, &area));
+  EXPECT_FALSE(stock.cut({2, 2, 7, 4, 4, 9}, 0.5, true, true, &area));
+  EXPECT_EQ(area, 0.0);
+  EXPECT_EQ(stock.volume(), before);
+}
+
+TEST(MachiningStep, ToolTouchingAFaceCountsOnlyWhenTouchesCount) {
+  stock_t stock(block, 0.5);
+  const double before = stock.volume();
+  EXPECT_FALSE(stock.cut({2, 2, 6.35, 4, 4, 9}, 0.5, false, false));
+  EXPECT_TRUE(stock.cut({2, 2, 6.35, 4, 4, 9}, 0.5, false, true));
+  EXPECT_NEAR(stock.volume(), before, 1e-9 * before);
+}
+
+TEST(MachiningStep, FinerStepRaisesTheResolutionForGood) {
+  stock_t stock(block, 1);
+  EXPECT_EQ(cube_tree__get_grid_width(stock.tree), 1.0);
+  stock.cut({3, 3, 5, 4, 4, 9}, 0.25);
+  EXPECT_EQ(cube_tree__get_grid_width(stock.tree), 0.25);
+  stock.cut({5, 3, 5, 6, 4, 9}, 1);
+  EXPECT_EQ(cube_tree__get_grid_width(stock.tree), 0.25);
+}
+
+TEST(MachiningStep, EatingTheWholeStockLeavesAnEmptyRoot) {
+  stock_t stock(block, 1);
+  EXPECT_TRUE(stock.cut({-5, -5, -5, 20, 20, 20}, 1));
+  const auto root = stock.tree->root.load();
+  ASSERT_NE(root, nullptr);
+  EXPECT_EQ(root->kind, cbtr::kind_air);
+  EXPECT_TRUE(cbtr::list_surface(*stock.tree).empty());
+  EXPECT_FALSE(stock.cut({1, 1, 1, 2, 2, 2}, 1));
+}
+
+TEST(MachiningStep, StockFileAfterStepsReadsBackIdentical) {
+  stock_t stock(block, 0.5);
+  stock.cut({3.1, 2.2, 4.05, 7.3, 6.6, 9.0}, 0.5);
+  stock.cut({1.1, 1.2, 1.05, 2.3, 7.6, 9.0}, 0.25);
+  const auto file = std::filesystem::temp_directory_path() / ("quvra_cut_" + std::to_string(getpid()) + ".cbt");
+  ASSERT_EQ(cube_tree__write_to(stock.tree, file.c_str()), CUBE_TREE_WRITE_OK);
+  cube_tree_t* back = cube_tree__new_by_file(file.c_str());
+  ASSERT_NE(back, nullptr);
+  const auto a = cbtr::list_surface(*stock.tree), b = cbtr::list_surface(*back);
+  ASSERT_EQ(a.size(), b.size());
+  for (std::size_t i = 0; i < a.size(); ++i) EXPECT_EQ(a[i].v, b[i].v);
+  cube_tree__delete(back);
+  std::filesystem::remove(file);
+}
+
+}  // namespace
