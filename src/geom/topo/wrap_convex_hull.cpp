@@ -53,22 +53,28 @@ class hull_wrapper {
   // Whether the closed mesh is the hull: it folds inward at every edge, and
   // no point left off it lies outside a face. A closed surface convex at
   // every edge bounds a convex body, and one that holds all the points with
-  // its corners among them is their hull. A wrong seed that raised no
+  // its corners among them is their hull, unless it is flat. A wrong seed that raised no
   // conflict while wrapping is caught here.
   bool is_hull() const {
     std::vector<hull_index_t> off_mesh;
     for (hull_index_t i = 0; i < _pts.size(); ++i)
       if (!_mesh_point[i]) off_mesh.push_back(i);
+    // Seeds in one plane close into a flat surface folded onto itself,
+    // which bounds nothing: no fold anywhere gives it away.
+    bool folds = false;
     for (const tri_t* t = _mesh->tri_stock().first(); t; t = t->next) {
       const hull_point_t& a = _pts[_index.at(t->p[0])];
       const hull_point_t& b = _pts[_index.at(t->p[1])];
       const hull_point_t& c = _pts[_index.at(t->p[2])];
-      for (const line_t* line : t->l)
-        if (orient3(a, b, c, _pts[_index.at(_far_corner(*line->twin))]) > 0) return false;
+      for (const line_t* line : t->l) {
+        const int o = orient3(a, b, c, _pts[_index.at(_far_corner(*line->twin))]);
+        if (o > 0) return false;
+        folds = folds || o < 0;
+      }
       for (hull_index_t p : off_mesh)
         if (orient3(a, b, c, _pts[p]) > 0) return false;
     }
-    return true;
+    return folds;
   }
 
  private:
