@@ -24,6 +24,7 @@
 #include "cbtr/substraction.h"
 #include "geom/derivative_cached_tri3d.h"
 #include "mech/apt_derivative_t.h"
+#include "geom/Stl3d.h"
 #include "mech/apt_t.h"
 #endif
 

@@ -3,6 +3,7 @@
 #include <numbers>
 
 #include "geom/Stl3d.h"
+#include "geom/stl3d_t.h"
 #include "mech/apt_t.h"
 
 namespace mech {
@@ -56,7 +57,7 @@ class revolver {
 
   int _sides;
   std::vector<std::array<double, 2>> _ring;
-  std::unique_ptr<geom::stl3d_t> _soup = std::make_unique<geom::stl3d_t>();
+  geom::stl3d_ptr _soup{new geom::stl3d_t};
 };
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "geom/Stl3d.h"
+#include "geom/stl3d_t.h"
 #include "geom/derivative_cached_tri3d.h"
 #include "geom/mat4d.h"
 #include "geom/topo/topo_stl3.h"
@@ -24,7 +25,7 @@ constexpr geom::mat4d turn_and_shift = {{0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 1, 0, 1,
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
 geom::Stl3d soup_of(std::vector<geom::stl_tri_t> tris) {
-  geom::Stl3d soup{std::make_unique<geom::stl3d_t>()};
+  geom::Stl3d soup{geom::stl3d_ptr(new geom::stl3d_t)};
   soup.stl->tris = std::move(tris);
   return soup;
 }
