@@ -40,6 +40,16 @@ typedef void (*report_progress)(const progress_monitor_t* monitor);
 QV_API cube_tree_t* cube_tree__new(const stl3d_t* stl, double grid_width, const stop_token* stop,
                                    report_progress progress) QV_NOEXCEPT;
 
+/* Receives one surface triangle: corners a, b, c, then the normal as far as
+   it was computed (NaN otherwise). Valid during the call only. */
+typedef void (*cube_tree_tri_fn)(const double tri[12]);
+
+/* Calls fn once per triangle of the stock's surface, with cells of about
+   width model units: a cell at that size shows its own summary of the finer
+   cells below; 0 lists the finest cells. Does nothing for a null tree or
+   function. */
+QV_API void cube_tree__get_tris(const cube_tree_t* tree, double width, cube_tree_tri_fn fn) QV_NOEXCEPT;
+
 /* Null-safe. */
 QV_API void cube_tree__delete(cube_tree_t* tree) QV_NOEXCEPT;
 

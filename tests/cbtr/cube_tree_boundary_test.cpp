@@ -11,10 +11,13 @@
 #include <string>
 #include <vector>
 
+#include "cbtr/cell_triangles.h"
 #include "cbtr/cube_tree_t.h"
+#include "cbtr/surface_export.h"
 #include "cbtr/tree_walk.h"
 #include "geom/stl3d.h"
 #include "soups.h"
+#include "surface_checks.h"
 
 namespace {
 
@@ -87,6 +90,39 @@ TEST(CubeTreeBoundary, BuiltStockWrittenAndReadBackIsIdenticalNodeByNode) {
   cube_tree__delete(back);
   cube_tree__delete(tree);
   fs::remove(file);
+}
+
+std::vector<quvra_test::triangle3> listed;
+
+void take_tri(const double t[12]) { listed.push_back({{{t[0], t[1], t[2]}, {t[3], t[4], t[5]}, {t[6], t[7], t[8]}}}); }
+
+TEST(CubeTreeBoundary, SurfaceIsListedAtTheFinestCellsOrCoarser) {
+  soup_guard box(quvra_test::box_soup(0.3, 0.2, 0.1, 10.7, 8.9, 6.35));
+  cube_tree_t* tree = cube_tree__new(box.soup, 0.5, nullptr, nullptr);
+  listed.clear();
+  cube_tree__get_tris(tree, 0, take_tri);
+  const auto fine = quvra_test::check_closure(listed);
+  EXPECT_EQ(listed.size(), cbtr::list_surface(*tree).size());
+  EXPECT_EQ(fine.open_lines, 0u);
+  EXPECT_NEAR(fine.volume_about_origin, 560.73, 1e-9);
+  // Cells of 4: fewer triangles, each a summary of the finer ones.
+  listed.clear();
+  cube_tree__get_tris(tree, 4 * std::sqrt(3.0), take_tri);
+  EXPECT_GT(listed.size(), 0u);
+  EXPECT_LT(listed.size(), cbtr::list_surface(*tree).size());
+  listed.clear();
+  cube_tree__get_tris(nullptr, 0, take_tri);
+  cube_tree__get_tris(tree, 0, nullptr);
+  EXPECT_TRUE(listed.empty());
+  cube_tree__delete(tree);
+}
+
+TEST(CubeTreeBoundary, ExportDepthFollowsTheCellDiagonal) {
+  EXPECT_EQ(cbtr::export_depth(131072), 1);
+  EXPECT_EQ(cbtr::export_depth(185363.80004736633), 0);
+  EXPECT_EQ(cbtr::export_depth(0), 26);
+  EXPECT_EQ(cbtr::export_depth(1e-9), 26);
+  EXPECT_EQ(cbtr::export_depth(std::sqrt(2.0)), 17);
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include "cbtr/cell_caches.h"
 #include "cbtr/cube_tree_file.h"
 #include "cbtr/cube_tree_t.h"
+#include "cbtr/surface_export.h"
 
 namespace {
 
@@ -38,6 +39,15 @@ cube_tree_t* cube_tree__new(const stl3d_t* stl, double grid_width, const stop_to
     return cbtr::build_cube_tree(*stl, grid_width, stop, progress ? &monitor : nullptr).release();
   } catch (const std::bad_alloc&) {
     return nullptr;
+  }
+}
+
+void cube_tree__get_tris(const cube_tree_t* tree, double width, cube_tree_tri_fn fn) noexcept {
+  if (!tree || !fn) return;
+  try {
+    for (const std::array<double, 12>& record : cbtr::surface_records(*tree, width)) fn(record.data());
+  } catch (const std::bad_alloc&) {
+    // Nothing is listed when the list itself can't be made.
   }
 }
 

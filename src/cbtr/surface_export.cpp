@@ -1,0 +1,38 @@
+#include "cbtr/surface_export.h"
+
+#include <cmath>
+
+#include "cbtr/cell_triangles.h"
+
+namespace cbtr {
+
+int export_depth(double width) {
+  const double x = std::log2(width / 185363.80004736633);  // 131072 * sqrt(2)
+  if (std::isinf(x)) return max_depth;
+  const double d = -std::floor(x);
+  return d >= 27 ? max_depth : static_cast<int>(d);
+}
+
+namespace {
+
+void collect(const cube_node_t& node, int depth, std::vector<std::array<double, 12>>& out) {
+  if ((node.kind & kind_leaf) || node.depth() >= depth) {
+    if (const auto entry = cell_triangles(node))
+      for (const cube_tri_t& t : entry->payload)
+        out.push_back({t.v[0][0], t.v[0][1], t.v[0][2], t.v[1][0], t.v[1][1], t.v[1][2], t.v[2][0], t.v[2][1],
+                       t.v[2][2], t.normal[0], t.normal[1], t.normal[2]});
+    return;
+  }
+  for (const auto& child : snapshot_children(node))
+    if (child) collect(*child, depth, out);
+}
+
+}  // namespace
+
+std::vector<std::array<double, 12>> surface_records(const cube_tree_t& tree, double width) {
+  std::vector<std::array<double, 12>> out;
+  if (const std::shared_ptr<cube_node_t> root = tree.root.load()) collect(*root, export_depth(width), out);
+  return out;
+}
+
+}  // namespace cbtr
