@@ -9,11 +9,15 @@
 namespace cbtr {
 
 struct grid_line_t {
-  grid_line_t(int axis, double u_value, double v_value);
+  grid_line_t(int axis, double u_value, double v_value)
+      : a(axis), a1((axis + 1) % 3), a2((axis + 2) % 3), u(u_value), v(v_value) {}
+
+  // The place as fractions, made only on the exact paths.
+  fr uf() const;
+  fr vf() const;
 
   int a, a1, a2;
   double u, v;
-  fr uf, vf;
 };
 
 // Sign of cross(P1 - P0, Q - P0) for the projected edge k (corner k to

@@ -40,7 +40,7 @@ double interior_crossing(const tri_extension_t& t, const grid_line_t& l) {
   const double estimate = (t.plane_dd - n1u - n2v) / n;
   const double bound = tolerance * (std::abs(t.plane_dd) + std::abs(n1u) + std::abs(n2v)) / std::abs(n);
   return settle(estimate, bound, [&] {
-    return (t.plane_d - component(t.tri.normal, l.a1) * l.uf - component(t.tri.normal, l.a2) * l.vf) /
+    return (t.plane_d - component(t.tri.normal, l.a1) * l.uf() - component(t.tri.normal, l.a2) * l.vf()) /
            component(t.tri.normal, l.a);
   });
 }
@@ -62,7 +62,7 @@ double edge_crossing(const tri_extension_t& t, int k, const grid_line_t& l) {
   return settle(estimate, bound, [&] {
     const vec3fr& P = t.corner(k);
     const vec3fr& Q = t.corner((k + 1) % 3);
-    const fr sf = ((on_a1 ? l.uf : l.vf) - component(P, c)) / (component(Q, c) - component(P, c));
+    const fr sf = ((on_a1 ? l.uf() : l.vf()) - component(P, c)) / (component(Q, c) - component(P, c));
     return component(P, l.a) + sf * (component(Q, l.a) - component(P, l.a));
   });
 }
@@ -103,14 +103,14 @@ int plane_side(const tri_extension_t& t, const grid_line_t& l) {
   const double value = n1u + n2v - t.plane_dd;
   if (std::abs(value) > tolerance * (std::abs(n1u) + std::abs(n2v) + std::abs(t.plane_dd)))
     return sign_of(value);
-  return (component(t.tri.normal, l.a1) * l.uf + component(t.tri.normal, l.a2) * l.vf - t.plane_d).sign();
+  return (component(t.tri.normal, l.a1) * l.uf() + component(t.tri.normal, l.a2) * l.vf() - t.plane_d).sign();
 }
 
 // Offset of corner k from the line within the triangle's plane, on the axis
 // across the line along which the plane is not vertical.
 fr offset(const tri_extension_t& t, int k, const grid_line_t& l) {
-  return t.normal_sign[l.a1] != 0 ? component(t.corner(k), l.a2) - l.vf
-                                  : component(t.corner(k), l.a1) - l.uf;
+  return t.normal_sign[l.a1] != 0 ? component(t.corner(k), l.a2) - l.vf()
+                                  : component(t.corner(k), l.a1) - l.uf();
 }
 
 edge_hit_t overlap_hit(const tri_extension_t& t, const grid_line_t& l) {

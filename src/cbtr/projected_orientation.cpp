@@ -15,9 +15,8 @@ constexpr double tolerance = 32 * std::numeric_limits<double>::epsilon();
 
 }  // namespace
 
-grid_line_t::grid_line_t(int axis, double u_value, double v_value)
-    : a(axis), a1((axis + 1) % 3), a2((axis + 2) % 3), u(u_value), v(v_value),
-      uf(lattice_fraction(u_value)), vf(lattice_fraction(v_value)) {}
+fr grid_line_t::uf() const { return lattice_fraction(u); }
+fr grid_line_t::vf() const { return lattice_fraction(v); }
 
 namespace {
 
@@ -40,8 +39,8 @@ int projected_orient(const tri_extension_t& t, int k, const grid_line_t& l) {
   if (const int sign = filtered_orient(t, k, l.a1, l.a2, l.u, l.v)) return sign;
   const vec3fr& P = t.corner(k);
   const vec3fr& Q = t.corner((k + 1) % 3);
-  const fr exact = (component(Q, l.a1) - component(P, l.a1)) * (l.vf - component(P, l.a2)) -
-                   (component(Q, l.a2) - component(P, l.a2)) * (l.uf - component(P, l.a1));
+  const fr exact = (component(Q, l.a1) - component(P, l.a1)) * (l.vf() - component(P, l.a2)) -
+                   (component(Q, l.a2) - component(P, l.a2)) * (l.uf() - component(P, l.a1));
   return exact.sign();
 }
 
