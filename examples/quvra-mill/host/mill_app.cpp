@@ -121,10 +121,6 @@ int run_mill(const std::vector<std::string>& args, std::ostream& out, std::ostre
   }
   for (const std::string& note : plan.notes) out << note << '\n';
   out << "program: " << plan.program.files.front() << ", " << plan.program.moves.size() << " moves\n";
-  if (!cutting_available()) {
-    err << "quvra-mill: cutting is not available in this build\n";
-    return mill_failed;
-  }
   try {
     const run_summary_t summary = cut_and_write(plan, out, err, terminal);
     out << summary_text(summary) << "files written to " << fs::absolute(plan.out_dir).string() << '\n';

@@ -37,11 +37,22 @@ soup_ptr stock_soup(const stock_spec_t& spec) {
   return soup;
 }
 
-[[noreturn]] void unavailable() { throw std::runtime_error("cutting is not available in this build"); }
+struct substraction_deleter_t {
+  void operator()(substraction_t* s) const { substraction__dtor(s); }
+};
+
+// cube_tree__get_tris hands triangles to a plain function without a context
+// pointer, so the records being filled are reached through this slot for
+// the length of one call on this thread.
+thread_local std::vector<double>* collecting = nullptr;
+
+void collect_triangle(const double tri[12]) {
+  // The library leaves some normals uncomputed (NaN); append_triangle
+  // computes every one from the corners, so all are alike.
+  append_triangle(*collecting, {tri[0], tri[1], tri[2]}, {tri[3], tri[4], tri[5]}, {tri[6], tri[7], tri[8]});
+}
 
 }  // namespace
-
-bool cutting_available() { return false; }
 
 stock_session_t::stock_session_t(const stock_spec_t& spec, double cell) {
   const soup_ptr soup = stock_soup(spec);
@@ -51,9 +62,21 @@ stock_session_t::stock_session_t(const stock_spec_t& spec, double cell) {
 
 double stock_session_t::grid_width() const { return cube_tree__get_grid_width(tree_.get()); }
 
-cut_outcome_t stock_session_t::cut(const cached_tris_t&) { unavailable(); }
+cut_outcome_t stock_session_t::cut(const cached_tris_t& volume) {
+  // Contours are asked for because the move table reports the contact area.
+  const std::unique_ptr<substraction_t, substraction_deleter_t> step(
+      cube_tree__substract_by_cached_tris(tree_.get(), &volume, 0, true, false));
+  if (!step) throw std::runtime_error("out of memory cutting the stock");
+  return {substraction__IsTouched(step.get()), substraction__GetContactContourArea(step.get())};
+}
 
-std::vector<double> stock_session_t::surface() const { unavailable(); }
+std::vector<double> stock_session_t::surface() const {
+  std::vector<double> tris;
+  collecting = &tris;
+  cube_tree__get_tris(tree_.get(), 0, collect_triangle);
+  collecting = nullptr;
+  return tris;
+}
 
 void stock_session_t::write(const std::string& path) const {
   if (cube_tree__write_to(tree_.get(), path.c_str()) != CUBE_TREE_WRITE_OK)

@@ -8,15 +8,12 @@
 #include <vector>
 
 #include "cbtr/cube_tree.h"
+#include "cbtr/substraction.h"
 #include "host/mill_loop.h"
 #include "host/mill_options_t.h"
 #include "host/tool_model.h"
 
 namespace mill {
-
-// Whether this build of the library can cut a stock. When it cannot, the
-// host says so before any work rather than pretending to cut.
-bool cutting_available();
 
 class stock_session_t {
  public:
@@ -29,12 +26,16 @@ class stock_session_t {
   // for.
   double grid_width() const;
 
-  // Removes volume from the stock. Throws std::runtime_error when cutting
-  // is not available.
+  // Removes volume from the stock at the stock's own cell width, and says
+  // whether the stock changed and how large the contact between tool and
+  // stock was. A tool lying exactly on the stock's surface removes nothing
+  // and does not count as touching. Throws std::runtime_error when memory
+  // runs out.
   cut_outcome_t cut(const cached_tris_t& volume);
 
-  // The stock's surface as triangle records (twelve doubles each). Throws
-  // std::runtime_error when the library cannot give it.
+  // The stock's surface at its finest cells as triangle records (twelve
+  // doubles each, normals computed here); triangles without area are left
+  // out. Not reentrant across threads that share one session.
   std::vector<double> surface() const;
 
   // The library's stock file. Throws std::runtime_error naming path.

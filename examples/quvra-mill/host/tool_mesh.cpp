@@ -6,9 +6,9 @@
 #include <stdexcept>
 #include <string>
 
+#include "geom/Stl3d.h"
 #include "host/tri_records.h"
 #include "mech/apt_derivative_t.h"
-#include "mech/apt_t.h"
 
 namespace mill {
 
@@ -22,83 +22,60 @@ double chord_angle(double r, double tol) {
   return tol >= r ? std::numbers::pi / 2 : 2 * std::acos(1 - tol / r);
 }
 
-void add_arc(std::vector<outline_point_t>& out, const mech::apt_t& t, const mech::apt_derivative_t& der,
-             double tol) {
-  const double a0 = std::atan2(der.v[6] - t.f, der.v[7] - t.e);
-  const double a1 = std::atan2(der.v[8] - t.f, der.v[9] - t.e);
-  const int n = std::max(1, static_cast<int>(std::ceil((a1 - a0) / chord_angle(t.r, tol))));
-  for (int i = 1; i < n; ++i) {
-    const double a = a0 + (a1 - a0) * i / n;
-    out.push_back({t.f + t.r * std::sin(a), t.e + t.r * std::cos(a)});
-  }
-  out.push_back({der.v[8], der.v[9]});
-}
-
-point3_t ring_point(const outline_point_t& p, double angle) {
-  return {p.r * std::cos(angle), p.r * std::sin(angle), p.z};
-}
-
-// A sharp corner written inside the diameter (a drill is CUTTER/d,0,0,0,
-// alpha,0,h: the corner at its tip) means the bottom cone runs on through it
-// until it reaches the diameter; the library's outline wants the corner
-// where the cone meets the flank.
-mech::apt_t apt_of(const tool_desc_t& t, double length) {
-  const double a = radians(t.alpha), b = radians(t.beta);
-  if (t.r > 0 || t.e >= t.d / 2) return {t.d, t.r, t.e, t.f, a, b, length};
-  return {t.d, 0, t.d / 2, t.f + (t.d / 2 - t.e) * std::tan(a), a, b, length};
+// The radius at the top of the cut-off flank.
+double top_radius(const mech::apt_derivative_t& der, double length) {
+  return der.v[9] + (length - der.v[8]) * der.v[5];
 }
 
 }  // namespace
 
-std::vector<outline_point_t> tool_outline(const tool_desc_t& tool, double length, double tol) {
-  const mech::apt_t apt = apt_of(tool, length);
+mech::apt_t tool_apt(const tool_desc_t& t, double length) {
+  const double a = radians(t.alpha), b = radians(t.beta);
+  // A sharp corner written inside the diameter (a drill is CUTTER/d,0,0,0,
+  // alpha,0,h: the corner at its tip) means the bottom cone runs on through
+  // it until it reaches the diameter. The library takes the corner as where
+  // bottom and flank meet, so given as written the flank starts on the axis
+  // and the whole tool collapses onto it; the corner is moved there first.
+  const mech::apt_t apt = t.r > 0 || t.e >= t.d / 2
+                              ? mech::apt_t{t.d, t.r, t.e, t.f, a, b, length}
+                              : mech::apt_t{t.d, 0, t.d / 2, t.f + (t.d / 2 - t.e) * std::tan(a), a, b, length};
   const mech::apt_derivative_t der(apt);
   if (!(length > der.v[8]))
     throw std::invalid_argument("tool length " + std::to_string(length) +
                                 " mm does not reach above the cutter's corner");
-  const double top_r = der.v[9] + (length - der.v[8]) * der.v[5];
-  if (!(top_r > 0)) throw std::invalid_argument("the tool's flank meets its axis below its length");
-  std::vector<outline_point_t> out;
-  // A flat bottom starts off the axis and is closed by a fan; any other
-  // bottom comes to a point at the tip.
-  if (der.v[6] != 0) out.push_back({0, 0});
-  out.push_back({der.v[6], der.v[7]});
-  if (apt.r > 0) add_arc(out, apt, der, tol);
-  out.push_back({length, top_r});
-  return out;
+  if (!(top_radius(der, length) > 0))
+    throw std::invalid_argument("the tool's flank meets its axis below its length");
+  return apt;
 }
 
-int revolve_sides(const std::vector<outline_point_t>& outline, double tol) {
-  double widest = 0;
-  for (const outline_point_t& p : outline) widest = std::max(widest, p.r);
-  const double sides = std::ceil(2 * std::numbers::pi / chord_angle(widest, tol));
-  return static_cast<int>(std::clamp(sides, 12.0, 128.0));
-}
-
-std::vector<double> revolve_outline(const std::vector<outline_point_t>& outline, int sides) {
-  std::vector<double> out;
-  const double step = 2 * std::numbers::pi / sides;
-  for (int j = 0; j < sides; ++j) {
-    const double a = step * j;
-    const double b = j + 1 == sides ? 0 : step * (j + 1);
-    const outline_point_t& first = outline.front();
-    const outline_point_t& last = outline.back();
-    if (first.r > 0) append_triangle(out, {0, 0, first.z}, ring_point(first, b), ring_point(first, a));
-    for (std::size_t i = 0; i + 1 < outline.size(); ++i) {
-      const point3_t p = ring_point(outline[i], a), q = ring_point(outline[i], b);
-      const point3_t s = ring_point(outline[i + 1], a), t = ring_point(outline[i + 1], b);
-      // On the axis a ring is one point and its quad one triangle.
-      if (outline[i].r > 0) append_triangle(out, p, q, t);
-      if (outline[i + 1].r > 0) append_triangle(out, p, t, s);
-    }
-    if (last.r > 0) append_triangle(out, {0, 0, last.z}, ring_point(last, a), ring_point(last, b));
+facet_counts_t facet_counts(const mech::apt_t& apt, double tol) {
+  const mech::apt_derivative_t der(apt);
+  const double widest = std::max({der.v[7], der.v[9], top_radius(der, apt.h)});
+  facet_counts_t c;
+  c.sides = static_cast<int>(std::clamp(std::ceil(2 * std::numbers::pi / chord_angle(widest, tol)), 12.0, 128.0));
+  c.arc_steps = 1;
+  if (apt.r > 0) {
+    // The library gives an arc of up to half a turn arc_steps chords, so
+    // the arc's own span sets the count.
+    const double span = std::atan2(der.v[8] - apt.f, der.v[9] - apt.e) - std::atan2(der.v[6] - apt.f, der.v[7] - apt.e);
+    c.arc_steps = static_cast<int>(std::clamp(std::ceil(span / chord_angle(apt.r, tol)), 1.0, 64.0));
   }
-  return out;
+  return c;
 }
 
 std::vector<double> tool_surface(const tool_desc_t& tool, double length, double tol) {
-  const std::vector<outline_point_t> outline = tool_outline(tool, length, tol);
-  return revolve_outline(outline, revolve_sides(outline, tol));
+  const mech::apt_t apt = tool_apt(tool, length);
+  const facet_counts_t c = facet_counts(apt, tol);
+  const geom::Stl3d soup = apt.get_Stl3d(c.sides, c.arc_steps);
+  const std::uint64_t count = stl3d__tris_size(soup.stl.get());
+  if (count == 0) throw std::runtime_error("the library made no surface for the tool");
+  const double* rec = stl3d__tris_data(soup.stl.get());
+  std::vector<double> out;
+  out.reserve(12 * count);
+  // The library leaves the normals to us (NaN).
+  for (std::uint64_t i = 0; i < count; ++i, rec += 12)
+    append_triangle(out, {rec[0], rec[1], rec[2]}, {rec[3], rec[4], rec[5]}, {rec[6], rec[7], rec[8]});
+  return out;
 }
 
 }  // namespace mill

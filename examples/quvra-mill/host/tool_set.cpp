@@ -4,14 +4,6 @@
 
 namespace mill {
 
-namespace {
-
-// Facets of the tool stay within this fraction of a cell from the true
-// surface: finer would only slow the sweeps, which the cells cannot show.
-constexpr double facet_per_cell = 0.125;
-
-}  // namespace
-
 tool_set_t::tool_set_t(const program_t& program, const tool_table_t& table, const tooling_t& tooling)
     : program_(program), table_(table), tooling_(tooling) {}
 

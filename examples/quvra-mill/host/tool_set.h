@@ -14,6 +14,10 @@
 
 namespace mill {
 
+// Facets of a tool stay within this fraction of a cell from the true
+// surface: finer would only slow the sweeps, which the cells cannot show.
+inline constexpr double facet_per_cell = 0.125;
+
 class tool_set_t {
  public:
   // Neither program nor table is copied; both must outlive the set.
