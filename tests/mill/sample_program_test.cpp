@@ -39,6 +39,18 @@ TEST(SampleProgram, FeedMovesStayWithinTheBlockAndItsStep) {
   }
 }
 
+// A rapid never cuts: it either rises straight up out of what was cut or
+// runs with the tip above the block.
+TEST(SampleProgram, RapidsRiseStraightOrStayAboveTheBlock) {
+  const program_t p = run_ngc(sample_program_text(), "sample.ngc", {});
+  const double top = sample_stock_box[5];
+  for (const move_t& m : p.moves) {
+    if (m.kind != move_kind::rapid) continue;
+    const bool straight_up = m.start[0] == m.end[0] && m.start[1] == m.end[1] && m.end[2] >= m.start[2];
+    EXPECT_TRUE(straight_up || (m.start[2] > top && m.end[2] > top)) << "line " << m.line;
+  }
+}
+
 TEST(SampleProgram, TheFinishingPassFollowsTheSurface) {
   const program_t p = run_ngc(sample_program_text(), "sample.ngc", {});
   int on_surface = 0;

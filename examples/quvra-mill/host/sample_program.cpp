@@ -27,8 +27,13 @@ class gcode_t {
     line(buf);
   }
 
-  // Up to the safe height, across, and down at feed to (x, y, z).
+  // Straight up to the safe height, across, and down at feed to (x, y, z).
+  // Rising first keeps the rapid out of the block: a diagonal rapid from
+  // cutting depth would run through the uncut stock.
   void reposition(double x, double y, double z) {
+    char up[32];
+    std::snprintf(up, sizeof up, "G0 Z%.3f", safe_z);
+    line(up);
     move("G0", x, y, safe_z);
     move("G1", x, y, z);
   }
