@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 #include <numbers>
 #include <stdexcept>
 
@@ -55,7 +56,8 @@ TEST(StockSession, AStockFromAnStlFileIsItsSolid) {
   spec.stl_path = "stock_box.stl";
   EXPECT_NEAR(enclosed_volume(stock_session_t(spec, 0.25).surface()), 24, 1e-9);
   spec.stl_path = "no_such_stock.stl";
-  EXPECT_NE(error_of([&] { stock_session_t(spec, 0.25); }).find("no_such_stock.stl"), std::string::npos);
+  EXPECT_NE(error_of([&] { stock_session_t(spec, 0.25); }).find("no_such_stock.stl"),
+            std::string::npos);
 }
 
 TEST(StockSession, AToolClearOfTheStockLeavesItUntouched) {
