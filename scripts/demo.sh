@@ -6,5 +6,5 @@ cd "$(dirname "$0")/.."
 
 bash scripts/setup.sh
 cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
-cmake --build build --target quvra quvra-info
-build/examples/quvra-info examples/data/step_block.stl
+cmake --build build --target quvra-mill
+build/examples/quvra-mill/quvra-mill
