@@ -4,6 +4,8 @@
 /* The stock: a cube tree over a fixed lattice, built from a closed triangle
    soup, cut and added to by tool volumes, saved to and read from files. */
 
+#include <stdbool.h>
+#include <stddef.h>
 #include <stdint.h>
 
 #include "common/progress_monitor.h"
@@ -49,6 +51,19 @@ typedef void (*cube_tree_tri_fn)(const double tri[12]);
    cells below; 0 lists the finest cells. Does nothing for a null tree or
    function. */
 QV_API void cube_tree__get_tris(const cube_tree_t* tree, double width, cube_tree_tri_fn fn) QV_NOEXCEPT;
+
+/* Empties every piece of solid that a cut has separated from the main body
+   (the piece with the most cells; cells sharing a solid corner are one
+   piece). A step: it must not overlap another step on the tree. */
+QV_API void cube_tree__remove_fly_piece(cube_tree_t* tree) QV_NOEXCEPT;
+
+/* Whether a cell holds a tip that went infinite in a computation. */
+QV_API bool cube_tree__contains_inf_edge_cuts(const cube_tree_t* tree) QV_NOEXCEPT;
+
+/* Called once per cell with infinite tips: the cell's box (min xyz, max xyz)
+   and its edge numbers, ascending; both valid during the call only. */
+typedef void (*cube_tree_inf_edge_fn)(const double box[6], const uint32_t* edges, size_t count);
+QV_API void cube_tree__get_inf_edge_cuts_info(const cube_tree_t* tree, cube_tree_inf_edge_fn fn) QV_NOEXCEPT;
 
 /* Null-safe. */
 QV_API void cube_tree__delete(cube_tree_t* tree) QV_NOEXCEPT;

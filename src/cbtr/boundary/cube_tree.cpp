@@ -9,6 +9,7 @@
 #include "cbtr/cell_caches.h"
 #include "cbtr/cube_tree_file.h"
 #include "cbtr/cube_tree_t.h"
+#include "cbtr/fly_pieces.h"
 #include "cbtr/surface_export.h"
 
 namespace {
@@ -49,6 +50,19 @@ void cube_tree__get_tris(const cube_tree_t* tree, double width, cube_tree_tri_fn
   } catch (const std::bad_alloc&) {
     // Nothing is listed when the list itself can't be made.
   }
+}
+
+void cube_tree__remove_fly_piece(cube_tree_t* tree) noexcept {
+  if (tree) cbtr::remove_fly_pieces(*tree);
+}
+
+bool cube_tree__contains_inf_edge_cuts(const cube_tree_t* tree) noexcept {
+  return tree && !cbtr::inf_edge_cuts(*tree).empty();
+}
+
+void cube_tree__get_inf_edge_cuts_info(const cube_tree_t* tree, cube_tree_inf_edge_fn fn) noexcept {
+  if (!tree || !fn) return;
+  for (const cbtr::inf_edge_cut_t& cut : cbtr::inf_edge_cuts(*tree)) fn(cut.box.data(), cut.edges.data(), cut.edges.size());
 }
 
 void cube_tree__delete(cube_tree_t* tree) noexcept { delete tree; }
