@@ -65,6 +65,37 @@ QV_API bool cube_tree__contains_inf_edge_cuts(const cube_tree_t* tree) QV_NOEXCE
 typedef void (*cube_tree_inf_edge_fn)(const double box[6], const uint32_t* edges, size_t count);
 QV_API void cube_tree__get_inf_edge_cuts_info(const cube_tree_t* tree, cube_tree_inf_edge_fn fn) QV_NOEXCEPT;
 
+/* A cell that could not be classified while building: an open or
+   self-overlapping soup makes them. */
+typedef struct defect_cell_info {
+  double box[6]; /* min x, y, z, max x, y, z */
+  int32_t depth;
+} defect_cell_info;
+
+/* One meeting of a triangle of that cell with one of its edges, 136 bytes. */
+typedef struct defect_tip_info {
+  double a[3], b[3], c[3]; /* the triangle's corners */
+  double normal[3];        /* its unit normal */
+  uint32_t edge;           /* the cell's edge number */
+  uint32_t reserved0;
+  uint32_t flags; /* how the edge's line meets the triangle: 0x001 inside, 0x002 << k its
+                     edge k, 0x010 << k its corner k, 0x100 in its plane (t0..t1), 0x200 across it */
+  uint32_t reserved1;
+  double t0; /* where, on the edge's axis */
+  double t1; /* NaN unless the line lies in the triangle's plane */
+  uint32_t t1_low; /* the low word of the stored t1 when the line crosses the plane; else 0 */
+  uint32_t reserved2;
+} defect_tip_info;
+
+typedef void (*defect_info_fn)(const defect_cell_info* cell, int depth, const defect_tip_info* tips,
+                               size_t count);
+
+/* cube_tree__new, and then fn once per cell that could not be classified,
+   in order of discovery, before returning. A null fn builds as
+   cube_tree__new does. */
+QV_API cube_tree_t* cube_tree__new_with_defect_infos(const stl3d_t* stl, double grid_width, const stop_token* stop,
+                                                     report_progress progress, defect_info_fn fn) QV_NOEXCEPT;
+
 /* Null-safe. */
 QV_API void cube_tree__delete(cube_tree_t* tree) QV_NOEXCEPT;
 

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "cbtr/cube_tree_t.h"
+#include "cbtr/defect_record_t.h"
 #include "cbtr/tri_extension_t.h"
 #include "common/progress_monitor_t.h"
 #include "geom/stl3d_t.h"
@@ -43,8 +44,18 @@ std::vector<geom::stl_tri_t> without_duplicates(const std::vector<geom::stl_tri_
 std::vector<tri_extension_t> exact_records(const std::vector<geom::stl_tri_t>& tris, double resolution,
                                            const stop_token* stop, common::progress_monitor_t* monitor);
 
+// With defects given, the cells that could not be classified are handed to
+// it once the tree is complete, in order of discovery. The records point
+// into triangles that die with the call: the sink reads them in take().
+struct defect_sink_t {
+  virtual void take(const std::vector<defect_record_t>& records) = 0;
+
+ protected:
+  ~defect_sink_t() = default;
+};
+
 std::unique_ptr<cube_tree_t> build_cube_tree(const geom::stl3d_t& soup, double grid_width,
                                              const stop_token* stop, common::progress_monitor_t* monitor,
-                                             build_counts_t* counts = nullptr);
+                                             build_counts_t* counts = nullptr, defect_sink_t* defects = nullptr);
 
 }  // namespace cbtr

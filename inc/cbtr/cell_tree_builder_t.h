@@ -15,6 +15,7 @@
 
 #include "cbtr/cell_t.h"
 #include "cbtr/cube_node_t.h"
+#include "cbtr/defect_record_t.h"
 #include "cbtr/edge_tips_t.h"
 #include "cbtr/hit_memo_t.h"
 
@@ -37,6 +38,8 @@ class cell_tree_builder_t {
   // or a crossing edge without a tip. Open or self-overlapping soups make
   // them.
   std::size_t defects() const { return _defects; }
+  // From now on each defective leaf is also recorded in sink, with its hits.
+  void record_defects(std::vector<defect_record_t>* sink) { _defect_sink = sink; }
   bool stopped() const;
 
   // The triangles of list that may reach each child of cell. Conservative:
@@ -55,12 +58,14 @@ class cell_tree_builder_t {
   bool in_one_plane(std::span<const std::uint32_t> list) const;
 
  private:
+  void _record_defect(const cell_t& cell, std::span<const std::uint32_t> list);
 
   const std::vector<tri_extension_t>& _tris;
   std::uint32_t _resolution;
   const stop_token* _stop;
   hit_memo_t _memo;
   std::size_t _defects = 0;
+  std::vector<defect_record_t>* _defect_sink = nullptr;
 };
 
 }  // namespace cbtr

@@ -113,7 +113,7 @@ std::vector<tri_extension_t> exact_records(const std::vector<geom::stl_tri_t>& t
 
 std::unique_ptr<cube_tree_t> build_cube_tree(const geom::stl3d_t& soup, double grid_width,
                                              const stop_token* stop, common::progress_monitor_t* monitor,
-                                             build_counts_t* counts) {
+                                             build_counts_t* counts, defect_sink_t* defects) {
   const auto resolution = static_cast<std::uint32_t>(resolution_from_width(grid_width));
   auto tree = std::make_unique<cube_tree_t>(resolution);
   const double fr_resolution = fraction_resolution(soup.tris, grid_width);
@@ -139,8 +139,11 @@ std::unique_ptr<cube_tree_t> build_cube_tree(const geom::stl3d_t& soup, double g
   std::vector<std::uint32_t> all(records.size());
   std::iota(all.begin(), all.end(), 0u);
   cell_tree_builder_t builder(records, resolution, stop);
+  std::vector<defect_record_t> defect_records;
+  if (defects) builder.record_defects(&defect_records);
   std::shared_ptr<cube_node_t> root = builder.build(root_cell, all);
   if (builder.stopped()) return tree;
+  if (defects) defects->take(defect_records);
   tree->root.store(std::move(root));
   c.defects = builder.defects();
   if (c.defects) common::log_line("cube tree: " + std::to_string(c.defects) + " cells could not be classified");

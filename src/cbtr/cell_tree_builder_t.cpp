@@ -93,7 +93,12 @@ std::shared_ptr<cube_node_t> cell_tree_builder_t::cell(const cell_t& child, std:
   const bool finest = child.depth >= static_cast<int>(_resolution);
   if (finest || in_one_plane(list)) {
     const edge_tips_t tips = evaluate(child, list);
-    if (!is_uniform_corner_word(tips.corners)) return leaf(child, tips);
+    if (!is_uniform_corner_word(tips.corners)) {
+      const std::size_t defects_before = _defects;
+      std::shared_ptr<cube_node_t> made = leaf(child, tips);
+      if (_defect_sink && _defects != defects_before) _record_defect(child, list);
+      return made;
+    }
     // A flat piece that crosses none of this cell's edges is looked for in
     // the children.
     if (finest) return nullptr;
@@ -103,6 +108,22 @@ std::shared_ptr<cube_node_t> cell_tree_builder_t::cell(const cell_t& child, std:
 
 edge_tips_t cell_tree_builder_t::evaluate(const cell_t& cell, std::span<const std::uint32_t> list) {
   return evaluate_cell(cell, list, _tris, _memo);
+}
+
+void cell_tree_builder_t::_record_defect(const cell_t& cell, std::span<const std::uint32_t> list) {
+  defect_record_t record{{cell.face_model(0, false), cell.face_model(1, false), cell.face_model(2, false),
+                          cell.face_model(0, true), cell.face_model(1, true), cell.face_model(2, true)},
+                         cell.depth,
+                         {}};
+  for (std::uint32_t i : list) {
+    for (std::uint32_t e = 0; e < 12; ++e) {
+      const int a = edge_axis(static_cast<int>(e)), low = edge_low_corner(static_cast<int>(e));
+      const int a1 = (a + 1) % 3, a2 = (a + 2) % 3;
+      const edge_hit_t& hit = _memo.hit(i, a, cell.face(a1, (low >> a1) & 1), cell.face(a2, (low >> a2) & 1));
+      if (!hit.is_miss()) record.hits.push_back({&_tris[i], e, hit});
+    }
+  }
+  _defect_sink->push_back(std::move(record));
 }
 
 std::shared_ptr<cube_node_t> cell_tree_builder_t::leaf(const cell_t& cell, const edge_tips_t& tips) {

@@ -92,6 +92,48 @@ TEST(CubeTreeBoundary, BuiltStockWrittenAndReadBackIsIdenticalNodeByNode) {
   fs::remove(file);
 }
 
+struct defect_seen_t {
+  std::array<double, 6> box;
+  int depth;
+  std::vector<defect_tip_info> tips;
+};
+std::vector<defect_seen_t> defects_seen;
+
+void take_defect(const defect_cell_info* cell, int depth, const defect_tip_info* tips, size_t count) {
+  defects_seen.push_back({{cell->box[0], cell->box[1], cell->box[2], cell->box[3], cell->box[4], cell->box[5]},
+                          depth,
+                          {tips, tips + count}});
+}
+
+TEST(CubeTreeBoundary, OpenSoupReportsItsUnclassifiedCellsWithTheirHits) {
+  auto open = quvra_test::box_soup(0.3, 0.2, 0.1, 4.7, 3.9, 2.35);
+  open.resize(open.size() - 2);  // the last face missing
+  soup_guard soup(open);
+  defects_seen.clear();
+  testing::internal::CaptureStdout();
+  cube_tree_t* tree = cube_tree__new_with_defect_infos(soup.soup, 0.5, nullptr, nullptr, take_defect);
+  const std::string log = testing::internal::GetCapturedStdout();
+  ASSERT_NE(tree, nullptr);
+  ASSERT_FALSE(defects_seen.empty());
+  EXPECT_NE(log.find("cube tree: " + std::to_string(defects_seen.size()) + " cells could not be classified"),
+            std::string::npos);
+  for (const defect_seen_t& d : defects_seen) {
+    EXPECT_LE(d.depth, 18);
+    EXPECT_EQ(d.box[3] - d.box[0], cbtr::grid_width(static_cast<std::uint32_t>(d.depth)));
+    ASSERT_FALSE(d.tips.empty());
+    for (const defect_tip_info& t : d.tips) {
+      EXPECT_LT(t.edge, 12u);
+      EXPECT_NE(t.flags & 0x300u, 0u);  // crossing or in plane, never a miss
+      EXPECT_EQ(std::isnan(t.t1), (t.flags & 0x100u) == 0);
+    }
+  }
+  cube_tree__delete(tree);
+  // Without a function it builds as cube_tree__new does.
+  cube_tree_t* plain = cube_tree__new_with_defect_infos(soup.soup, 0.5, nullptr, nullptr, nullptr);
+  EXPECT_NE(plain, nullptr);
+  cube_tree__delete(plain);
+}
+
 std::vector<quvra_test::triangle3> listed;
 
 void take_tri(const double t[12]) { listed.push_back({{{t[0], t[1], t[2]}, {t[3], t[4], t[5]}, {t[6], t[7], t[8]}}}); }

@@ -1,6 +1,9 @@
 #include "cbtr/cube_tree.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstring>
+#include <limits>
 #include <filesystem>
 #include <new>
 #include <string_view>
@@ -28,16 +31,67 @@ struct forwarding_monitor_t : common::progress_monitor_t {
   report_progress host;
 };
 
+
+static_assert(sizeof(defect_tip_info) == 136, "the record crosses the boundary as packed bytes");
+
+// Hands each defective cell to the host's function, in the packed form.
+struct defect_forwarder_t final : cbtr::defect_sink_t {
+  explicit defect_forwarder_t(defect_info_fn fn) : host(fn) {}
+
+  void take(const std::vector<cbtr::defect_record_t>& records) override {
+    std::vector<defect_tip_info> tips;
+    for (const cbtr::defect_record_t& r : records) {
+      defect_cell_info cell{};
+      std::copy(r.box.begin(), r.box.end(), cell.box);
+      cell.depth = r.depth;
+      tips.clear();
+      for (const cbtr::defect_hit_t& h : r.hits) tips.push_back(packed(h));
+      host(&cell, r.depth, tips.data(), tips.size());
+    }
+  }
+
+  static defect_tip_info packed(const cbtr::defect_hit_t& h) {
+    defect_tip_info t{};
+    for (int k = 0; k < 3; ++k) {
+      t.a[k] = cbtr::component(h.tri->corner_d[0], k);
+      t.b[k] = cbtr::component(h.tri->corner_d[1], k);
+      t.c[k] = cbtr::component(h.tri->corner_d[2], k);
+      t.normal[k] = cbtr::component(h.tri->tri.unit_normal, k);
+    }
+    t.edge = h.edge;
+    t.flags = h.hit.flags & 0x3FFu;
+    t.t0 = h.hit.t0;
+    const bool in_plane = (h.hit.flags & cbtr::edge_hit_t::in_plane) != 0;
+    t.t1 = in_plane ? h.hit.t1 : std::numeric_limits<double>::quiet_NaN();
+    if (!in_plane) {
+      std::uint64_t bits = 0;
+      std::memcpy(&bits, &h.hit.t1, sizeof bits);
+      t.t1_low = static_cast<std::uint32_t>(bits);
+    }
+    return t;
+  }
+
+  defect_info_fn host;
+};
+
 }  // namespace
 
 extern "C" {
 
 cube_tree_t* cube_tree__new(const stl3d_t* stl, double grid_width, const stop_token* stop,
                            report_progress progress) noexcept {
+  return cube_tree__new_with_defect_infos(stl, grid_width, stop, progress, nullptr);
+}
+
+cube_tree_t* cube_tree__new_with_defect_infos(const stl3d_t* stl, double grid_width, const stop_token* stop,
+                                              report_progress progress, defect_info_fn fn) noexcept {
   if (!stl || !(grid_width > 0) || !std::isfinite(grid_width)) return nullptr;
   try {
     forwarding_monitor_t monitor(progress);
-    return cbtr::build_cube_tree(*stl, grid_width, stop, progress ? &monitor : nullptr).release();
+    defect_forwarder_t defects(fn);
+    return cbtr::build_cube_tree(*stl, grid_width, stop, progress ? &monitor : nullptr, nullptr,
+                                 fn ? &defects : nullptr)
+        .release();
   } catch (const std::bad_alloc&) {
     return nullptr;
   }
