@@ -52,6 +52,20 @@ typedef void (*cube_tree_tri_fn)(const double tri[12]);
    function. */
 QV_API void cube_tree__get_tris(const cube_tree_t* tree, double width, cube_tree_tri_fn fn) QV_NOEXCEPT;
 
+/* A coloured surface triangle, 120 bytes. */
+typedef struct rgb_tri {
+  double rgb[3];    /* the cell's colour; white where none is set */
+  double normal[3]; /* unit normal */
+  double a[3], b[3], c[3];
+} rgb_tri;
+
+typedef void (*cube_tree_rgb_tris_fn)(const rgb_tri* tris, size_t count);
+
+/* Calls fn once with every triangle of the surface at cells of about width
+   (as cube_tree__get_tris), also when there are none. The array is valid
+   during the call only. Does nothing for a null tree or function. */
+QV_API void cube_tree__get_rgb_tris(const cube_tree_t* tree, double width, cube_tree_rgb_tris_fn fn) QV_NOEXCEPT;
+
 /* Empties every piece of solid that a cut has separated from the main body
    (the piece with the most cells; cells sharing a solid corner are one
    piece). A step: it must not overlap another step on the tree. */

@@ -19,4 +19,8 @@ int export_depth(double width);
 // where nothing computed it yet).
 std::vector<std::array<double, 12>> surface_records(const cube_tree_t& tree, double width);
 
+// Fifteen doubles per triangle: colour (red, green, blue), unit normal,
+// corners. Cells without a colour of their own are white.
+std::vector<std::array<double, 15>> coloured_surface_records(const cube_tree_t& tree, double width);
+
 }  // namespace cbtr

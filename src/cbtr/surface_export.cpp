@@ -29,6 +29,19 @@ void collect(const cube_node_t& node, int depth, std::vector<std::array<double, 
 
 }  // namespace
 
+std::vector<std::array<double, 15>> coloured_surface_records(const cube_tree_t& tree, double width) {
+  std::vector<std::array<double, 15>> out;
+  for (const std::array<double, 12>& r : surface_records(tree, width)) {
+    // n = (b - a) x (c - b), as a unit vector.
+    const double u[3] = {r[3] - r[0], r[4] - r[1], r[5] - r[2]}, v[3] = {r[6] - r[3], r[7] - r[4], r[8] - r[5]};
+    double n[3] = {u[1] * v[2] - u[2] * v[1], u[2] * v[0] - u[0] * v[2], u[0] * v[1] - u[1] * v[0]};
+    const double inv = 1 / std::sqrt(n[0] * n[0] + n[1] * n[1] + n[2] * n[2]);
+    for (double& c : n) c *= inv;
+    out.push_back({1.0, 1.0, 1.0, n[0], n[1], n[2], r[0], r[1], r[2], r[3], r[4], r[5], r[6], r[7], r[8]});
+  }
+  return out;
+}
+
 std::vector<std::array<double, 12>> surface_records(const cube_tree_t& tree, double width) {
   std::vector<std::array<double, 12>> out;
   if (const std::shared_ptr<cube_node_t> root = tree.root.load()) collect(*root, export_depth(width), out);

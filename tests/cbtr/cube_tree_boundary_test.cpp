@@ -159,6 +159,33 @@ TEST(CubeTreeBoundary, SurfaceIsListedAtTheFinestCellsOrCoarser) {
   cube_tree__delete(tree);
 }
 
+std::vector<rgb_tri> coloured;
+int coloured_calls = 0;
+void take_rgb(const rgb_tri* tris, size_t count) {
+  ++coloured_calls;
+  coloured.assign(tris, tris + count);
+}
+
+TEST(CubeTreeBoundary, ColouredSurfaceComesInOneCallWithUnitNormals) {
+  soup_guard box(quvra_test::box_soup(0.3, 0.2, 0.1, 10.7, 8.9, 6.35));
+  cube_tree_t* tree = cube_tree__new(box.soup, 0.5, nullptr, nullptr);
+  coloured_calls = 0;
+  cube_tree__get_rgb_tris(tree, 0, take_rgb);
+  EXPECT_EQ(coloured_calls, 1);
+  ASSERT_EQ(coloured.size(), cbtr::list_surface(*tree).size());
+  for (const rgb_tri& t : coloured) {
+    EXPECT_EQ(t.rgb[0], 1.0);
+    EXPECT_NEAR(t.normal[0] * t.normal[0] + t.normal[1] * t.normal[1] + t.normal[2] * t.normal[2], 1.0, 1e-12);
+  }
+  cube_tree_t* hollow = cube_tree__new(box.soup, 0.5, nullptr, nullptr);
+  hollow->root.store(nullptr);
+  cube_tree__get_rgb_tris(hollow, 0, take_rgb);
+  EXPECT_EQ(coloured_calls, 2);
+  EXPECT_TRUE(coloured.empty());
+  cube_tree__delete(hollow);
+  cube_tree__delete(tree);
+}
+
 TEST(CubeTreeBoundary, ExportDepthFollowsTheCellDiagonal) {
   EXPECT_EQ(cbtr::export_depth(131072), 1);
   EXPECT_EQ(cbtr::export_depth(185363.80004736633), 0);

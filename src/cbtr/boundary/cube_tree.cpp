@@ -106,6 +106,17 @@ void cube_tree__get_tris(const cube_tree_t* tree, double width, cube_tree_tri_fn
   }
 }
 
+void cube_tree__get_rgb_tris(const cube_tree_t* tree, double width, cube_tree_rgb_tris_fn fn) noexcept {
+  static_assert(sizeof(rgb_tri) == 15 * sizeof(double), "triangles cross the boundary as doubles");
+  if (!tree || !fn) return;
+  try {
+    const std::vector<std::array<double, 15>> records = cbtr::coloured_surface_records(*tree, width);
+    fn(reinterpret_cast<const rgb_tri*>(records.data()), records.size());
+  } catch (const std::bad_alloc&) {
+    // Nothing is listed when the list itself can't be made.
+  }
+}
+
 void cube_tree__remove_fly_piece(cube_tree_t* tree) noexcept {
   if (tree) cbtr::remove_fly_pieces(*tree);
 }
