@@ -15,8 +15,9 @@ using geom::fr;
 using geom::vec3d;
 using geom::vec3fr;
 
-// Corners a, b, c counter-clockwise from outside, the exact normal
-// cross(b - a, c - a), and its unit form in doubles.
+// Corners a, b, c counter-clockwise from outside, the exact normal (along
+// cross(b - a, c - a); only its direction and sense count) and its unit form
+// in doubles.
 using exact_tri_t = geom::tri3<vec3fr, vec3fr, vec3d>;
 
 inline const fr& component(const vec3fr& v, int axis) { return axis == 0 ? v.x : axis == 1 ? v.y : v.z; }
@@ -26,13 +27,10 @@ struct tri_extension_t {
   explicit tri_extension_t(exact_tri_t t);
 
   const vec3fr& corner(int i) const { return i == 0 ? tri.a : i == 1 ? tri.b : tri.c; }
-  // Edge i runs from corner i to corner i + 1.
-  const vec3fr& edge(int i) const { return edges[i]; }
   // The normal vanishes exactly: the triangle has no area.
   bool has_no_area() const { return normal_sign == std::array<int, 3>{0, 0, 0}; }
 
   exact_tri_t tri;
-  std::array<vec3fr, 3> edges;
   std::array<vec3d, 3> corner_d;  // the corners in doubles
   vec3d lo, hi;                   // box of corner_d
   vec3d normal_d;                 // the exact normal in doubles, not unit

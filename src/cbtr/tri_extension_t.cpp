@@ -13,15 +13,17 @@ void pack_all(vec3fr& v) {
   v.z.pack();
 }
 
+bool has_direction(const vec3fr& n) { return n.x.sign() != 0 || n.y.sign() != 0 || n.z.sign() != 0; }
+
 }  // namespace
 
 tri_extension_t::tri_extension_t(exact_tri_t t) : tri(std::move(t)) {
   pack_all(tri.a);
   pack_all(tri.b);
   pack_all(tri.c);
-  edges = {tri.b - tri.a, tri.c - tri.b, tri.a - tri.c};
-  for (vec3fr& e : edges) pack_all(e);
-  tri.normal = geom::cross(tri.b - tri.a, tri.c - tri.a);
+  // A tool volume's triangles come with their normal (any length, right
+  // direction and sense); a soup's are computed here.
+  if (!has_direction(tri.normal)) tri.normal = geom::cross(tri.b - tri.a, tri.c - tri.a);
   pack_all(tri.normal);
   corner_d = {geom::to_vec3d(tri.a), geom::to_vec3d(tri.b), geom::to_vec3d(tri.c)};
   lo = hi = corner_d[0];
