@@ -20,8 +20,12 @@
 
 #include "cbtr/cached_tris.h"
 #include "cbtr/cube_tree.h"
+#include "cbtr/stick_convex.h"
 #include "quvra_export.h"
 
+namespace geom {
+struct mat4d;
+}
 namespace cbtr {
 class substraction_t;
 class addition_t;
@@ -44,6 +48,15 @@ QV_API addition_t* cube_tree__add_by_cached_tris(cube_tree_t* tree, const cached
                                                  bool want_contours, bool touch_counts) noexcept;
 QV_API addition_t* cube_tree__add_by_stl3d(cube_tree_t* tree, const stl3d_t* tool, double grid_width,
                                            bool want_contours, bool touch_counts) noexcept;
+
+/* Takes a stick convex tool away at one placement (matrix places the
+   tool's z axis; entries within 1e-7 of 0, 1 or -1 snap to them), without
+   triangles: the first cut of a path, before any sweep exists. Subtraction
+   only. A null tree, tool or matrix, or an empty segment list, gives an
+   untouched result of resolution 0. */
+QV_API substraction_t* cube_tree__substract_by_init_stick_convex(cube_tree_t* tree, const stick_convex_t* stick,
+                                                                 const geom::mat4d* matrix, double grid_width,
+                                                                 bool want_contours, bool touch_counts) noexcept;
 
 /* Whether the step changed the stock. */
 QV_API bool substraction__IsTouched(const substraction_t* s) noexcept;

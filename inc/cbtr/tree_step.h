@@ -19,6 +19,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "cbtr/analytic/stick_convex.h"
 #include "cbtr/contour_trace.h"
 #include "cbtr/cube_tree_t.h"
 #include "cbtr/tri_extension_t.h"
@@ -43,5 +44,10 @@ struct step_outcome_t {
 // tool is finer, and never shrinks.
 step_outcome_t run_step(cube_tree_t& tree, const std::vector<tri_extension_t>& tool, double grid_width,
                         const step_options_t& options);
+
+// A subtraction of an analytic stick tool at rest. An empty tool leaves the
+// tree untouched, with a result of resolution 0.
+step_outcome_t run_stick_step(cube_tree_t& tree, const stick_tool_t& tool, double grid_width, bool want_contours,
+                              bool touch_counts);
 
 }  // namespace cbtr

@@ -39,7 +39,7 @@ bool plane_misses_box(const tri_extension_t& t, const cell_t& box) {
 
 cell_tree_builder_t::cell_tree_builder_t(const std::vector<tri_extension_t>& tris, std::uint32_t resolution,
                                          const stop_token* stop)
-    : _tris(tris), _resolution(resolution), _stop(stop), _memo(tris) {}
+    : tool_cells_t(resolution), _tris(tris), _stop(stop), _memo(tris) {}
 
 bool cell_tree_builder_t::stopped() const { return _stop && stop_token__stop_requested(_stop); }
 
@@ -60,7 +60,7 @@ std::array<std::vector<std::uint32_t>, 8> cell_tree_builder_t::distribute(
   return lists;
 }
 
-bool cell_tree_builder_t::in_one_plane(std::span<const std::uint32_t> list) const {
+bool cell_tree_builder_t::flat_in(const cell_t&, std::span<const std::uint32_t> list) {
   const vec3d& n = _tris[list.front()].normal_d;
   for (std::uint32_t i : list) {
     const vec3d& m = _tris[i].normal_d;
@@ -69,41 +69,12 @@ bool cell_tree_builder_t::in_one_plane(std::span<const std::uint32_t> list) cons
   return true;
 }
 
-std::shared_ptr<cube_node_t> cell_tree_builder_t::build(const cell_t& cell, std::span<const std::uint32_t> list) {
-  if (stopped()) return nullptr;
-  const auto lists = distribute(cell, list);
-  child_snapshot_t kids;
-  for (int k = 0; k < 8; ++k)
-    if (!lists[k].empty()) kids[k] = this->cell(cell.child(k), lists[k]);
-  const std::optional<std::uint32_t> word = branch_corner_word(kids);
-  if (!word || stopped()) return nullptr;
-  auto branch = std::make_shared<cube_node_t>(std::weak_ptr<cube_node_t>{}, cell.centre[0], cell.centre[1],
-                                               cell.centre[2]);
-  branch->kind = kind_branch;
-  branch->corners = *word;
-  auto children = std::make_shared<cube_node_t::children_t>();
-  for (int k = 0; k < 8; ++k) (*children)[k].store(kids[k]);
-  branch->children.store(std::move(children));
-  summarise_branch_tips(*branch, kids);
-  adopt_children(branch);
-  return branch;
-}
-
-std::shared_ptr<cube_node_t> cell_tree_builder_t::cell(const cell_t& child, std::span<const std::uint32_t> list) {
-  const bool finest = child.depth >= static_cast<int>(_resolution);
-  if (finest || in_one_plane(list)) {
-    const edge_tips_t tips = evaluate(child, list);
-    if (!is_uniform_corner_word(tips.corners)) {
-      const std::size_t defects_before = _defects;
-      std::shared_ptr<cube_node_t> made = leaf(child, tips);
-      if (_defect_sink && _defects != defects_before) _record_defect(child, list);
-      return made;
-    }
-    // A flat piece that crosses none of this cell's edges is looked for in
-    // the children.
-    if (finest) return nullptr;
-  }
-  return build(child, list);
+std::shared_ptr<cube_node_t> cell_tree_builder_t::leaf_over(const cell_t& cell, std::span<const std::uint32_t> list,
+                                                            const edge_tips_t& tips) {
+  const std::size_t defects_before = _defects;
+  std::shared_ptr<cube_node_t> made = leaf(cell, tips);
+  if (_defect_sink && _defects != defects_before) _record_defect(cell, list);
+  return made;
 }
 
 edge_tips_t cell_tree_builder_t::evaluate(const cell_t& cell, std::span<const std::uint32_t> list) {
@@ -127,15 +98,10 @@ void cell_tree_builder_t::_record_defect(const cell_t& cell, std::span<const std
 }
 
 std::shared_ptr<cube_node_t> cell_tree_builder_t::leaf(const cell_t& cell, const edge_tips_t& tips) {
-  auto leaf = std::make_shared<cube_node_t>(std::weak_ptr<cube_node_t>{}, cell.centre[0], cell.centre[1],
-                                             cell.centre[2]);
-  leaf->kind = kind_leaf;
-  leaf->corners = tips.corners;
+  std::shared_ptr<cube_node_t> leaf = tool_cells_t::leaf(cell, tips);
   bool missing_tip = false;
-  for (int e = 0; e < 12; ++e) {
-    leaf->tips[e] = tips.tip(e);
+  for (int e = 0; e < 12; ++e)
     missing_tip |= edge_has_crossing(edge_code(tips.corners, e)) && !std::isfinite(leaf->tips[e].load());
-  }
   if (tips.defect || missing_tip) ++_defects;
   if (tip_flags().sharp_encode) sharp_encode_leaf(tips);
   return leaf;

@@ -3,6 +3,7 @@
 #include <numeric>
 
 #include "cbtr/cell_surface.h"
+#include "cbtr/analytic/stick_cells.h"
 #include "cbtr/cell_tree_builder_t.h"
 #include "cbtr/leaf_merge.h"
 #include "cbtr/leaf_split.h"
@@ -35,8 +36,8 @@ bool is_branch(const cube_node_t& n) { return (n.kind & kind_branch) != 0; }
 
 class step_runner_t {
  public:
-  step_runner_t(const std::vector<tri_extension_t>& tool, std::uint32_t limit, const step_options_t& options)
-      : _builder(tool, limit), _limit(limit), _options(options) {}
+  step_runner_t(tool_cells_t& tool, std::uint32_t limit, const step_options_t& options)
+      : _builder(tool), _limit(limit), _options(options) {}
 
   level_t branch(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, std::span<const std::uint32_t> list);
   std::shared_ptr<cube_node_t> tool_tree(std::span<const std::uint32_t> list) { return _builder.build(root_cell, list); }
@@ -67,7 +68,7 @@ class step_runner_t {
   std::shared_ptr<cube_node_t> graft(const cube_node_t& tool, const std::shared_ptr<cube_node_t>& parent) const;
   void finish_level(const std::shared_ptr<cube_node_t>& stock, level_t& result);
 
-  cell_tree_builder_t _builder;
+  tool_cells_t& _builder;
   std::uint32_t _limit;
   step_options_t _options;
 };
@@ -154,7 +155,7 @@ void step_runner_t::at_leaf(const std::shared_ptr<cube_node_t>& stock, const cel
   const std::shared_ptr<cube_node_t>& leaf = pass.stock[k];
   const cell_t child = cell.child(k);
   const bool coarse = child.depth < static_cast<int>(_limit);
-  const bool flat = _builder.in_one_plane(list);
+  const bool flat = _builder.flat_in(child, list);
   if (coarse && !flat && split_leaf(leaf, split_mode)) {
     forget_caches(*leaf);
     recurse(stock, cell, k, list, pass);
@@ -260,31 +261,56 @@ void step_runner_t::finish_level(const std::shared_ptr<cube_node_t>& stock, leve
   if (all_cells) try_collapse(*stock, split_mode);
 }
 
+// The stock's resolution grows to the step's; a null or uniform root, or a
+// root leaf that can't be split, leaves it untouched.
+step_outcome_t run_on_stock(cube_tree_t& tree, step_runner_t& runner, std::span<const std::uint32_t> all) {
+  step_outcome_t outcome{tree.resolution, false, {}};
+  const std::shared_ptr<cube_node_t> root = tree.root.load();
+  if (!root || (root->kind & 3) || ((root->kind & kind_leaf) && !split_leaf(root, split_mode))) return outcome;
+  const level_t r = runner.branch(root, root_cell, all);
+  outcome.touched = (r.bits & changed) != 0;
+  outcome.contours = std::move(runner.contours);
+  return outcome;
+}
+
+std::uint32_t step_limit(cube_tree_t& tree, double grid_width) {
+  if (grid_width == 0.0) grid_width = tree.grid_width();
+  const auto limit = static_cast<std::uint32_t>(resolution_from_width(grid_width));
+  tree.resolution = std::max(tree.resolution, limit);
+  return limit;
+}
+
 }  // namespace
 
 step_outcome_t run_step(cube_tree_t& tree, const std::vector<tri_extension_t>& tool, double grid_width,
                         const step_options_t& options) {
-  if (grid_width == 0.0) grid_width = tree.grid_width();
-  const auto limit = static_cast<std::uint32_t>(resolution_from_width(grid_width));
-  tree.resolution = std::max(tree.resolution, limit);
-  step_outcome_t outcome{tree.resolution, false, {}};
+  const std::uint32_t limit = step_limit(tree, grid_width);
   std::vector<std::uint32_t> all(tool.size());
   std::iota(all.begin(), all.end(), 0u);
-  step_runner_t runner(tool, limit, options);
+  cell_tree_builder_t cells(tool, limit);
+  step_runner_t runner(cells, limit, options);
   const std::shared_ptr<cube_node_t> root = tree.root.load();
   if (!options.subtract && (!root || root->kind == kind_air)) {
     // Adding to nothing: the tool's own cells are the stock.
+    step_outcome_t outcome{tree.resolution, false, {}};
     std::shared_ptr<cube_node_t> built = runner.tool_tree(all);
     if (built && options.want_contours) trace_subtree(*built, outcome.contours);
     outcome.touched = built != nullptr;
     if (built) tree.root.store(std::move(built));
     return outcome;
   }
-  if (!root || (root->kind & 3) || ((root->kind & kind_leaf) && !split_leaf(root, split_mode))) return outcome;
-  const level_t r = runner.branch(root, root_cell, all);
-  outcome.touched = (r.bits & changed) != 0;
-  outcome.contours = std::move(runner.contours);
-  return outcome;
+  return run_on_stock(tree, runner, all);
+}
+
+step_outcome_t run_stick_step(cube_tree_t& tree, const stick_tool_t& tool, double grid_width, bool want_contours,
+                              bool touch_counts) {
+  if (tool.empty()) return {0, false, {}};
+  const std::uint32_t limit = step_limit(tree, grid_width);
+  stick_cells_t cells(tool, limit);
+  step_runner_t runner(cells, limit, {true, want_contours, touch_counts});
+  // Every band goes to every cell the surface may reach.
+  const std::uint32_t all[1] = {0};
+  return run_on_stock(tree, runner, all);
 }
 
 }  // namespace cbtr

@@ -6,6 +6,7 @@
 #include "cbtr/cached_tris_t.h"
 #include "cbtr/cube_tree_t.h"
 #include "cbtr/step_result_t.h"
+#include "cbtr/stick_convex.h"
 #include "cbtr/tree_step.h"
 #include "common/new_nothrow.h"
 #include "geom/stl3d_t.h"
@@ -63,6 +64,19 @@ addition_t* cube_tree__add_by_cached_tris(cube_tree_t* tree, const cached_tris_t
 addition_t* cube_tree__add_by_stl3d(cube_tree_t* tree, const stl3d_t* tool, double grid_width, bool want_contours,
                                     bool touch_counts) noexcept {
   return run_soup<cbtr::addition_t>(tree, tool, grid_width, false, want_contours, touch_counts);
+}
+
+substraction_t* cube_tree__substract_by_init_stick_convex(cube_tree_t* tree, const stick_convex_t* stick,
+                                                        const geom::mat4d* matrix, double grid_width,
+                                                        bool want_contours, bool touch_counts) noexcept {
+  if (!tree || !stick || !matrix) return run<cbtr::substraction_t>(nullptr, nullptr, 0, true, false, false);
+  try {
+    const cbtr::stick_tool_t tool(*stick, *matrix);
+    cbtr::step_outcome_t out = cbtr::run_stick_step(*tree, tool, grid_width, want_contours, touch_counts);
+    return new cbtr::substraction_t(out.resolution, out.touched, std::move(out.contours));
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
 }
 
 bool substraction__IsTouched(const substraction_t* s) noexcept { return s && s->touched(); }
