@@ -29,6 +29,9 @@ class stick_tool_t {
   bool empty() const { return _bands.empty(); }
   // Height along the axis and distance from it.
   void to_local(const geom::vec3d& p, double& h, double& r) const;
+  // Positive inside, zero on the surface, negative outside; continuous
+  // along any line, which lets a crossing be found by root finding.
+  double inside_margin(const geom::vec3d& p) const;
   // Inside or on the surface.
   bool contains(const geom::vec3d& p) const;
   // A lower bound of the distance from p to the body.
@@ -36,6 +39,7 @@ class stick_tool_t {
   // The surface at a point of it: 1 the flat tip end, 4 the flat shank end,
   // 2 the curved side.
   int surface_code(const geom::vec3d& p, double tolerance) const;
+  // The profile's radius at a height within the tool.
   double radius_at(double h) const;
 
  private:

@@ -35,15 +35,31 @@ std::array<std::vector<std::uint32_t>, 8> stick_cells_t::distribute(const cell_t
   return lists;
 }
 
+// Regula falsi with the Illinois correction: it keeps the crossing
+// bracketed like bisection, and converges in a handful of steps on the
+// smooth pieces of the margin.
 double stick_cells_t::crossing(const cell_t& cell, int e, bool low_inside) const {
   const int a = edge_axis(e);
   const geom::vec3d start = corner_point(cell, edge_low_corner(e));
   double inside = cell.face_model(a, false), outside = cell.face_model(a, true);
   if (!low_inside) std::swap(inside, outside);
-  for (int i = 0; i < 64; ++i) {
-    const double mid = 0.5 * (inside + outside);
-    if (mid == inside || mid == outside) break;
-    (_tool.contains(with_axis(start, a, mid)) ? inside : outside) = mid;
+  double f_in = _tool.inside_margin(with_axis(start, a, inside));
+  double f_out = _tool.inside_margin(with_axis(start, a, outside));
+  const double tolerance = 1e-13 * (1.0 + std::abs(inside));
+  int kept_side = 0;
+  for (int i = 0; i < 100 && std::abs(outside - inside) > tolerance; ++i) {
+    double t = (inside * f_out - outside * f_in) / (f_out - f_in);
+    if (!(std::min(inside, outside) < t && t < std::max(inside, outside))) t = 0.5 * (inside + outside);
+    const double f = _tool.inside_margin(with_axis(start, a, t));
+    if (f >= 0.0) {
+      inside = t, f_in = f;
+      if (kept_side == 1) f_out *= 0.5;
+      kept_side = 1;
+    } else {
+      outside = t, f_out = f;
+      if (kept_side == -1) f_in *= 0.5;
+      kept_side = -1;
+    }
   }
   return inside;
 }

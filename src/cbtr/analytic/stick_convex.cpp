@@ -77,17 +77,19 @@ void stick_tool_t::to_local(const geom::vec3d& p, double& h, double& r) const {
 }
 
 double stick_tool_t::radius_at(double h) const {
-  if (_bands.empty() || h < _bands.front().lo || h > _bands.back().hi) return -1.0;
   for (const stick_band_t& b : _bands)
     if (h <= b.hi) return band_radius(b.shape, h);
-  return -1.0;
+  return band_radius(_bands.back().shape, h);
 }
 
-bool stick_tool_t::contains(const geom::vec3d& p) const {
+double stick_tool_t::inside_margin(const geom::vec3d& p) const {
   double h, r;
   to_local(p, h, r);
-  return r <= radius_at(h);
+  const double lo = _bands.front().lo, hi = _bands.back().hi;
+  return std::min({h - lo, hi - h, radius_at(std::clamp(h, lo, hi)) - r});
 }
+
+bool stick_tool_t::contains(const geom::vec3d& p) const { return inside_margin(p) >= 0.0; }
 
 double stick_tool_t::distance_below(const geom::vec3d& p) const {
   double h, r;
