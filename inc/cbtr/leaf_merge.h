@@ -16,6 +16,13 @@ namespace cbtr {
 // counts as a change; without, it leaves the edge as it was.
 bool merge_tool_leaf(cube_node_t& stock, const cube_node_t& tool, bool touch_counts);
 
+// Whether the solid of a node has positive volume, and does not only lie
+// against its faces: a leaf needs a solid corner whose three edges all hold
+// solid for some length from it; a branch needs such a leaf or a solid
+// cell. The leaf form reads the leaf through the corner word given.
+bool leaf_holds_volume(const cube_node_t& leaf, std::uint32_t corners);
+bool holds_volume(const cube_node_t& node);
+
 // Whether a merge at this cell size is right:
 //   1  merge here
 //   2  the tool takes nothing from the stock here

@@ -16,7 +16,10 @@ namespace cbtr {
 
 namespace {
 
-constexpr int looked = 1, remove_me = 2, changed = 4;
+// changed: the node's cells changed; removed: material went, which is what
+// a step reports. A tool lying against the material's surface may move that
+// surface from one cell to its neighbour without removing anything.
+constexpr int looked = 1, remove_me = 2, changed = 4, removed = 8;
 
 // A split stock leaf gives air to a point on its own surface.
 constexpr std::uint32_t split_mode = corner_air;
@@ -51,11 +54,13 @@ class step_runner_t {
   struct pass_t {
     child_snapshot_t stock, delta;
     std::uint8_t recursed = 0, marked = 0, skip = 0;
-    bool changed = false;
+    bool changed = false, removed = false;
   };
 
   bool material_solid(const std::shared_ptr<cube_node_t>& child, const cube_node_t& parent, int k) const;
   bool material_air(const std::shared_ptr<cube_node_t>& child, const cube_node_t& parent, int k) const;
+  // Whether the material in a stock child that isn't empty has volume.
+  bool material_volume(const cube_node_t& child) const;
   void first_pass(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, int k,
                   std::span<const std::uint32_t> list, pass_t& pass);
   void recurse(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, int k,
@@ -77,6 +82,13 @@ bool step_runner_t::material_solid(const std::shared_ptr<cube_node_t>& child, co
                                    int k) const {
   if (!child) return corner_of(seen(parent.corners), k) == corner_solid;
   return child->kind == (_options.subtract ? kind_solid : kind_air);
+}
+
+bool step_runner_t::material_volume(const cube_node_t& child) const {
+  if (child.kind & kind_leaf) return leaf_holds_volume(child, seen(child.corners));
+  // The complement of a branch is taken to hold material.
+  if (is_branch(child)) return !_options.subtract || holds_volume(child);
+  return true;
 }
 
 bool step_runner_t::material_air(const std::shared_ptr<cube_node_t>& child, const cube_node_t& parent,
@@ -110,6 +122,7 @@ level_t step_runner_t::branch(const std::shared_ptr<cube_node_t>& stock, const c
     for (int k = 0; k < 8; ++k)
       if (!(pass.recursed >> k & 1)) second_pass(stock, *result.delta, k, pass);
   }
+  if (pass.removed) result.bits |= removed;
   if (pass.changed) finish_level(stock, result);
   return result;
 }
@@ -148,6 +161,7 @@ void step_runner_t::recurse(const std::shared_ptr<cube_node_t>& stock, const cel
   pass.recursed |= 1u << k;
   if (r.bits & remove_me) (*stock->children.load())[k].store(nullptr);
   pass.changed |= (r.bits & changed) != 0;
+  pass.removed |= (r.bits & removed) != 0;
 }
 
 void step_runner_t::at_leaf(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, int k,
@@ -210,13 +224,16 @@ void step_runner_t::second_pass(const std::shared_ptr<cube_node_t>& stock, const
   if (!tool) {
     // A cell the tool's surface doesn't reach: inside the tool or out of it.
     if (corner_of(delta_branch.corners, k) != corner_solid || material_air(child, *stock, k)) return;
+    pass.removed |= !child || material_volume(*child);
     slot.store(nullptr);
     pass.changed = true;
     return;
   }
   if (child && (child->kind & kind_leaf) && !is_branch(*tool)) {
+    const bool takes_volume = _options.touch_counts || (material_volume(*child) && holds_volume(*tool));
     if (pass.skip >> k & 1 || !merge_material(*child, *tool)) return;
     pass.changed = true;
+    pass.removed |= takes_volume;
     if (seen(child->corners) == corners_all_air) {
       slot.store(nullptr);
     } else {
@@ -233,6 +250,7 @@ void step_runner_t::second_pass(const std::shared_ptr<cube_node_t>& stock, const
   if (_options.want_contours) trace_subtree(*tool, contours);
   slot.store(graft(*tool, stock));
   pass.changed = true;
+  pass.removed |= _options.touch_counts || holds_volume(*tool);
 }
 
 void step_runner_t::empty_node(cube_node_t& node) const {
@@ -268,7 +286,7 @@ step_outcome_t run_on_stock(cube_tree_t& tree, step_runner_t& runner, std::span<
   const std::shared_ptr<cube_node_t> root = tree.root.load();
   if (!root || (root->kind & 3) || ((root->kind & kind_leaf) && !split_leaf(root, split_mode))) return outcome;
   const level_t r = runner.branch(root, root_cell, all);
-  outcome.touched = (r.bits & changed) != 0;
+  outcome.touched = (r.bits & removed) != 0;
   outcome.contours = std::move(runner.contours);
   return outcome;
 }

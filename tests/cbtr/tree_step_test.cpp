@@ -138,11 +138,34 @@ TEST(MachiningStep, ToolInAirTouchesNothing) {
 }
 
 TEST(MachiningStep, ToolTouchingAFaceCountsOnlyWhenTouchesCount) {
-  stock_t stock(block, 0.5);
-  const double before = stock.volume();
-  EXPECT_FALSE(stock.cut({2, 2, 6.35, 4, 4, 9}, 0.5, false, false));
-  EXPECT_TRUE(stock.cut({2, 2, 6.35, 4, 4, 9}, 0.5, false, true));
-  EXPECT_NEAR(stock.volume(), before, 1e-9 * before);
+  // The top face inside cells (6.35) and on cell faces (6.0); the tool
+  // from above, and from a side on a cell face.
+  const std::array<double, 6> on_lattice = {0.5, 0.0, 0.0, 10.0, 8.5, 6.0};
+  const struct {
+    std::array<double, 6> stock, tool;
+  } cases[] = {{block, {2, 2, 6.35, 4, 4, 9}},
+               {on_lattice, {2, 2, 6.0, 4, 4, 9}},
+               {on_lattice, {10.0, 2, 2, 12, 4, 4}}};
+  for (const auto& c : cases) {
+    stock_t stock(c.stock, 0.5);
+    const double before = stock.volume();
+    EXPECT_FALSE(stock.cut(c.tool, 0.5, false, false)) << c.tool[0] << " " << c.tool[2];
+    EXPECT_TRUE(stock.cut(c.tool, 0.5, false, true)) << c.tool[0] << " " << c.tool[2];
+    EXPECT_NEAR(stock.volume(), before, 1e-9 * before);
+  }
+}
+
+TEST(MachiningStep, RepeatingACutTouchesNothingUnlessTouchesCount) {
+  // Floors and walls on cell faces (4.0, 2.0) and inside cells (4.05, 2.2).
+  for (const std::array<double, 6>& pocket : {std::array<double, 6>{2.0, 2.0, 4.0, 6.0, 6.0, 9.0},
+                                              std::array<double, 6>{2.2, 2.2, 4.05, 6.2, 6.2, 9.0}}) {
+    stock_t stock(block, 0.5);
+    ASSERT_TRUE(stock.cut(pocket, 0.5));
+    const double after_first = stock.volume();
+    EXPECT_FALSE(stock.cut(pocket, 0.5)) << pocket[2];
+    EXPECT_NEAR(stock.volume(), after_first, 1e-9 * after_first);
+    EXPECT_EQ(stock.closure().open_lines, 0u);
+  }
 }
 
 TEST(MachiningStep, FinerStepRaisesTheResolutionForGood) {
