@@ -224,14 +224,17 @@ void step_runner_t::second_pass(const std::shared_ptr<cube_node_t>& stock, const
   if (!tool) {
     // A cell the tool's surface doesn't reach: inside the tool or out of it.
     if (corner_of(delta_branch.corners, k) != corner_solid || material_air(child, *stock, k)) return;
-    pass.removed |= !child || material_volume(*child);
+    pass.removed = pass.removed || !child || material_volume(*child);
     slot.store(nullptr);
     pass.changed = true;
     return;
   }
   if (child && (child->kind & kind_leaf) && !is_branch(*tool)) {
-    const bool takes_volume = _options.touch_counts || (material_volume(*child) && holds_volume(*tool));
-    if (pass.skip >> k & 1 || !merge_material(*child, *tool)) return;
+    if (pass.skip >> k & 1) return;
+    // Once material went at this level, no later cell needs the check.
+    const bool takes_volume =
+        pass.removed || _options.touch_counts || (material_volume(*child) && holds_volume(*tool));
+    if (!merge_material(*child, *tool)) return;
     pass.changed = true;
     pass.removed |= takes_volume;
     if (seen(child->corners) == corners_all_air) {
@@ -250,7 +253,7 @@ void step_runner_t::second_pass(const std::shared_ptr<cube_node_t>& stock, const
   if (_options.want_contours) trace_subtree(*tool, contours);
   slot.store(graft(*tool, stock));
   pass.changed = true;
-  pass.removed |= _options.touch_counts || holds_volume(*tool);
+  pass.removed = pass.removed || _options.touch_counts || holds_volume(*tool);
 }
 
 void step_runner_t::empty_node(cube_node_t& node) const {
