@@ -21,10 +21,10 @@ bool stick_cells_t::surface_may_reach(const cell_t& cell) const {
   bool all_inside = true;
   for (int k = 0; k < 8 && all_inside; ++k) all_inside = _tool.contains(corner_point(cell, k));
   if (all_inside) return false;
-  const double half = cell.face_model(0, true) - cell.face_model(0, false);
+  const double width = cell.face_model(0, true) - cell.face_model(0, false);
   const geom::vec3d centre{lattice_to_model(cell.centre[0]), lattice_to_model(cell.centre[1]),
                            lattice_to_model(cell.centre[2])};
-  return _tool.distance_below(centre) <= half * 0.5 * std::sqrt(3.0) * (1.0 + 1e-9);
+  return _tool.distance_below(centre) <= width * 0.5 * std::sqrt(3.0) * (1.0 + 1e-9);
 }
 
 std::array<std::vector<std::uint32_t>, 8> stick_cells_t::distribute(const cell_t& cell,
