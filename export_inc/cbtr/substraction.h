@@ -10,7 +10,8 @@
                   change; otherwise it leaves the stock as it was.
    grid_width:    the finest cell the step makes, in model units; 0 takes the
                   tree's own. A finer step refines the stock for good where
-                  it cuts.
+                  it cuts. A negative or non-finite width gives an untouched
+                  result of resolution 0.
 
    A step on a tree must not overlap another step on the same tree; the
    display may read the tree meanwhile. Results hold only polygons and stay

@@ -29,6 +29,8 @@ std::int32_t resolution_from_width(double w) {
   // Widths at or below the finest cell, and widths that are not numbers,
   // end at the finest depth rather than overflowing the conversion.
   if (!(levels < max_depth)) return max_depth;
+  // A width above the root's is the root's.
+  if (levels < 0) return 0;
   return static_cast<std::int32_t>(levels);
 }
 

@@ -10,6 +10,7 @@
 
 #include "cbtr/cell_triangles.h"
 #include "cbtr/cube_tree_t.h"
+#include "cbtr/step_result_t.h"
 #include "cbtr/substraction.h"
 #include "geom/stl3d.h"
 #include "soups.h"
@@ -125,6 +126,28 @@ TEST(MachiningStep, NullToolOrTreeGivesAnUntouchedResult) {
   addition__dtor(a);
   substraction__dtor(nullptr);
   addition__dtor(nullptr);
+}
+
+TEST(MachiningStep, AWidthThatNamesNoCellLeavesTheStockAsItWas) {
+  stock_t stock(block, 1);
+  const double before = stock.volume();
+  soup_t tool(quvra_test::box_soup(3.1, 2.2, 4.05, 7.3, 6.6, 9.0));
+  for (double w : {-0.5, std::nan(""), HUGE_VAL}) {
+    substraction_t* s = cube_tree__substract_by_stl3d(stock.tree, tool.s, w, false, false);
+    EXPECT_FALSE(substraction__IsTouched(s)) << w;
+    EXPECT_EQ(s->resolution(), 0u) << w;
+    substraction__dtor(s);
+    addition_t* a = cube_tree__add_by_stl3d(stock.tree, tool.s, w, false, false);
+    EXPECT_FALSE(addition__IsTouched(a)) << w;
+    addition__dtor(a);
+  }
+  EXPECT_EQ(cube_tree__get_grid_width(stock.tree), 1.0);
+  EXPECT_EQ(stock.volume(), before);
+  // Wider than the root: the step works in the root's cells, and the tree
+  // keeps its own resolution.
+  stock.cut({3.1, 2.2, 4.05, 7.3, 6.6, 9.0}, 1e9);
+  EXPECT_EQ(cube_tree__get_grid_width(stock.tree), 1.0);
+  EXPECT_EQ(stock.closure().open_lines, 0u);
 }
 
 TEST(MachiningStep, ToolInAirTouchesNothing) {

@@ -1,5 +1,6 @@
 #include "cbtr/substraction.h"
 
+#include <cmath>
 #include <new>
 
 #include "cbtr/build_cube_tree.h"
@@ -13,10 +14,13 @@
 
 namespace {
 
+// 0 takes the tree's own width; a negative or non-finite width names no cell.
+bool usable_width(double w) { return w >= 0.0 && std::isfinite(w); }
+
 template <class Result>
 Result* run(cube_tree_t* tree, const std::vector<cbtr::tri_extension_t>* tool, double grid_width, bool subtract,
             bool want_contours, bool touch_counts) {
-  if (!tree || !tool) return common::new_nothrow<Result>(0u, false, std::vector<cbtr::contour_t>{});
+  if (!tree || !tool || !usable_width(grid_width)) return common::new_nothrow<Result>(0u, false, std::vector<cbtr::contour_t>{});
   try {
     cbtr::step_outcome_t out = cbtr::run_step(*tree, *tool, grid_width, {subtract, want_contours, touch_counts});
     return new Result(out.resolution, out.touched, std::move(out.contours));
@@ -28,7 +32,7 @@ Result* run(cube_tree_t* tree, const std::vector<cbtr::tri_extension_t>* tool, d
 template <class Result>
 Result* run_soup(cube_tree_t* tree, const stl3d_t* soup, double grid_width, bool subtract, bool want_contours,
                  bool touch_counts) {
-  if (!tree || !soup) return run<Result>(nullptr, nullptr, 0, subtract, false, false);
+  if (!tree || !soup || !usable_width(grid_width)) return run<Result>(nullptr, nullptr, 0, subtract, false, false);
   try {
     const double width = grid_width == 0.0 ? tree->grid_width() : grid_width;
     const std::vector<cbtr::tri_extension_t> tool = cbtr::exact_records(soup->tris, 0.001 * width, nullptr, nullptr);
@@ -69,7 +73,7 @@ addition_t* cube_tree__add_by_stl3d(cube_tree_t* tree, const stl3d_t* tool, doub
 substraction_t* cube_tree__substract_by_init_stick_convex(cube_tree_t* tree, const stick_convex_t* stick,
                                                         const geom::mat4d* matrix, double grid_width,
                                                         bool want_contours, bool touch_counts) noexcept {
-  if (!tree || !stick || !matrix) return run<cbtr::substraction_t>(nullptr, nullptr, 0, true, false, false);
+  if (!tree || !stick || !matrix || !usable_width(grid_width)) return run<cbtr::substraction_t>(nullptr, nullptr, 0, true, false, false);
   try {
     const cbtr::stick_tool_t tool(*stick, *matrix);
     cbtr::step_outcome_t out = cbtr::run_stick_step(*tree, tool, grid_width, want_contours, touch_counts);
