@@ -49,9 +49,8 @@ class tool_cells_t {
  protected:
   // The leaf that cell() makes; a tool with its own bookkeeping of leaves
   // (defects) extends this.
-  virtual std::shared_ptr<cube_node_t> leaf_over(const cell_t& cell, std::span<const std::uint32_t> list,
+  virtual std::shared_ptr<cube_node_t> leaf_over(const cell_t& cell, std::span<const std::uint32_t> /*list*/,
                                                  const edge_tips_t& tips) {
-    (void)list;
     return leaf(cell, tips);
   }
 

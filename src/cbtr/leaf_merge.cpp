@@ -1,8 +1,7 @@
 #include "cbtr/leaf_merge.h"
 
+#include <array>
 #include <cmath>
-
-#include "cbtr/lattice.h"
 
 namespace cbtr {
 
@@ -27,32 +26,28 @@ edge_merge_t merge_edge(std::uint32_t s, std::uint32_t t, double stock_tip, doub
   return clear ? edge_merge_t{stock_tip, false} : edge_merge_t{tool_tip, true};
 }
 
-double edge_end(const cube_node_t& node, int axis, bool high) {
-  const std::uint32_t centre[3] = {node.x, node.y, node.z};
-  const std::uint32_t half = half_width(node.depth());
-  return lattice_to_model(high ? centre[axis] + half : centre[axis] - half);
-}
-
 // Edge e, read with the corner word, holds solid of positive length from
-// its end at corner k.
-bool solid_leaves_corner(const cube_node_t& leaf, std::uint32_t corners, int e, int k) {
+// its end at corner k; box is the leaf's.
+bool solid_leaves_corner(const cube_node_t& leaf, const std::array<double, 6>& box, std::uint32_t corners, int e,
+                         int k) {
   const std::uint32_t code = edge_code(corners, e);
   if (code == edge_code_solid) return true;
   if (!edge_has_crossing(code)) return false;
   const int a = edge_axis(e);
   const double tip = leaf.tips[e].load();
-  return (k >> a) & 1 ? tip < edge_end(leaf, a, true) : tip > edge_end(leaf, a, false);
+  return (k >> a) & 1 ? tip < box[a + 3] : tip > box[a];
 }
 
 }  // namespace
 
 bool leaf_holds_volume(const cube_node_t& leaf, std::uint32_t corners) {
+  const std::array<double, 6> box = cell_box(leaf);
   for (int k = 0; k < 8; ++k) {
     if (corner_of(corners, k) != corner_solid) continue;
     bool all_axes = true;
     for (int a = 0; a < 3 && all_axes; ++a) {
       const int e = 4 * a + ((k >> ((a + 1) % 3)) & 1) + 2 * ((k >> ((a + 2) % 3)) & 1);
-      all_axes = solid_leaves_corner(leaf, corners, e, k);
+      all_axes = solid_leaves_corner(leaf, box, corners, e, k);
     }
     if (all_axes) return true;
   }

@@ -43,7 +43,9 @@ class step_runner_t {
       : _builder(tool), _limit(limit), _options(options) {}
 
   level_t branch(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, std::span<const std::uint32_t> list);
-  std::shared_ptr<cube_node_t> tool_tree(std::span<const std::uint32_t> list) { return _builder.build(root_cell, list); }
+  std::shared_ptr<cube_node_t> tool_tree(std::span<const std::uint32_t> list) {
+    return _builder.build(root_cell, list);
+  }
   // The stock word seen as material, or a material word seen as stock.
   std::uint32_t seen(std::uint32_t word) const { return _options.subtract ? word : inverted_corners(word); }
   void empty_node(cube_node_t& node) const;

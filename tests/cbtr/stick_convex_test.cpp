@@ -149,9 +149,11 @@ TEST(StickConvex, AToolAwayFromTheStockOrWithoutSegmentsChangesNothing) {
   EXPECT_NEAR(stock.volume(), before, 1e-12 * before);
   const geom::mat4d m = upright_at(0, 0, 0);
   const stick_convex_t tool = flat_mill(1.0);
-  for (substraction_t* s : {cube_tree__substract_by_init_stick_convex(nullptr, &tool, &m, 0.25, false, false),
-                            cube_tree__substract_by_init_stick_convex(stock.tree, nullptr, &m, 0.25, false, false),
-                            cube_tree__substract_by_init_stick_convex(stock.tree, &tool, nullptr, 0.25, false, false)}) {
+  substraction_t* const refused[] = {
+      cube_tree__substract_by_init_stick_convex(nullptr, &tool, &m, 0.25, false, false),
+      cube_tree__substract_by_init_stick_convex(stock.tree, nullptr, &m, 0.25, false, false),
+      cube_tree__substract_by_init_stick_convex(stock.tree, &tool, nullptr, 0.25, false, false)};
+  for (substraction_t* s : refused) {
     EXPECT_FALSE(substraction__IsTouched(s));
     EXPECT_EQ(s->resolution(), 0u);
     substraction__dtor(s);

@@ -14,10 +14,10 @@
 
 namespace cbtr {
 
+// Heights (p[0], p[1] of the shape) along the axis, in world units.
 struct stick_band_t {
   stick_segment_t shape;
-  double lo, hi;    // heights of the band's joints along the axis
-  double r_max;     // the band's largest radius
+  double r_max;  // the band's largest radius
 };
 
 class stick_tool_t {
@@ -27,8 +27,6 @@ class stick_tool_t {
   stick_tool_t(const stick_convex_t& stick, const geom::mat4d& placement);
 
   bool empty() const { return _bands.empty(); }
-  // Height along the axis and distance from it.
-  void to_local(const geom::vec3d& p, double& h, double& r) const;
   // Positive inside, zero on the surface, negative outside; continuous
   // along any line, which lets a crossing be found by root finding.
   double inside_margin(const geom::vec3d& p) const;
@@ -39,15 +37,15 @@ class stick_tool_t {
   // The surface at a point of it: 1 the flat tip end, 4 the flat shank end,
   // 2 the curved side.
   int surface_code(const geom::vec3d& p, double tolerance) const;
+
+ private:
+  // Height along the axis and distance from it.
+  void to_local(const geom::vec3d& p, double& h, double& r) const;
   // The profile's radius at a height within the tool.
   double radius_at(double h) const;
 
- private:
   std::vector<stick_band_t> _bands;
   geom::vec3d _base, _axis;
 };
-
-// The profile radius of one band at a height inside it.
-double band_radius(const stick_segment_t& shape, double h);
 
 }  // namespace cbtr

@@ -27,15 +27,6 @@ double torus_radius(const stick_segment_t& s, double h) {
   return outer ? s.p[2] + across : s.p[2] - across;
 }
 
-double band_max_radius(const stick_segment_t& s) {
-  double r = std::max(band_radius(s, s.p[0]), band_radius(s, s.p[1]));
-  if (s.kind == stick_sphere && s.p[0] <= s.p[2] && s.p[2] <= s.p[1]) r = std::max(r, s.p[3]);
-  if (s.kind == stick_torus && s.p[0] <= s.p[4] && s.p[4] <= s.p[1]) r = std::max(r, band_radius(s, s.p[4]));
-  return r;
-}
-
-}  // namespace
-
 double band_radius(const stick_segment_t& s, double h) {
   switch (s.kind) {
     case stick_sphere:
@@ -53,6 +44,15 @@ double band_radius(const stick_segment_t& s, double h) {
   }
 }
 
+double band_max_radius(const stick_segment_t& s) {
+  double r = std::max(band_radius(s, s.p[0]), band_radius(s, s.p[1]));
+  if (s.kind == stick_sphere && s.p[0] <= s.p[2] && s.p[2] <= s.p[1]) r = std::max(r, s.p[3]);
+  if (s.kind == stick_torus && s.p[0] <= s.p[4] && s.p[4] <= s.p[1]) r = std::max(r, band_radius(s, s.p[4]));
+  return r;
+}
+
+}  // namespace
+
 stick_tool_t::stick_tool_t(const stick_convex_t& stick, const geom::mat4d& placement) {
   geom::mat4d m = placement;
   for (double& v : m.m) v = snapped(v);
@@ -62,10 +62,9 @@ stick_tool_t::stick_tool_t(const stick_convex_t& stick, const geom::mat4d& place
   if (!(length > 0.0)) return;
   // A scaled placement scales heights along the axis as well.
   _axis = {_axis.x / length, _axis.y / length, _axis.z / length};
-  for (const stick_segment_t& s : stick.segments) _bands.push_back({s, s.p[0] * length, s.p[1] * length, 0.0});
-  for (stick_band_t& b : _bands) {
-    for (int i : {0, 1, 2, 3, 4, 5, 6}) b.shape.p[i] *= length;
-    b.r_max = band_max_radius(b.shape);
+  for (stick_segment_t s : stick.segments) {
+    for (double& v : s.p) v *= length;
+    _bands.push_back({s, band_max_radius(s)});
   }
 }
 
@@ -78,14 +77,14 @@ void stick_tool_t::to_local(const geom::vec3d& p, double& h, double& r) const {
 
 double stick_tool_t::radius_at(double h) const {
   for (const stick_band_t& b : _bands)
-    if (h <= b.hi) return band_radius(b.shape, h);
+    if (h <= b.shape.p[1]) return band_radius(b.shape, h);
   return band_radius(_bands.back().shape, h);
 }
 
 double stick_tool_t::inside_margin(const geom::vec3d& p) const {
   double h, r;
   to_local(p, h, r);
-  const double lo = _bands.front().lo, hi = _bands.back().hi;
+  const double lo = _bands.front().shape.p[0], hi = _bands.back().shape.p[1];
   return std::min({h - lo, hi - h, radius_at(std::clamp(h, lo, hi)) - r});
 }
 
@@ -96,7 +95,7 @@ double stick_tool_t::distance_below(const geom::vec3d& p) const {
   to_local(p, h, r);
   double best = std::numeric_limits<double>::infinity();
   for (const stick_band_t& b : _bands) {
-    const double dh = std::max({b.lo - h, 0.0, h - b.hi}), dr = std::max(r - b.r_max, 0.0);
+    const double dh = std::max({b.shape.p[0] - h, 0.0, h - b.shape.p[1]}), dr = std::max(r - b.r_max, 0.0);
     best = std::min(best, std::sqrt(dh * dh + dr * dr));
   }
   return best;
@@ -105,8 +104,9 @@ double stick_tool_t::distance_below(const geom::vec3d& p) const {
 int stick_tool_t::surface_code(const geom::vec3d& p, double tolerance) const {
   double h, r;
   to_local(p, h, r);
-  if (std::abs(h - _bands.front().lo) <= tolerance && r < band_radius(_bands.front().shape, h) - tolerance) return 1;
-  if (std::abs(h - _bands.back().hi) <= tolerance && r < band_radius(_bands.back().shape, h) - tolerance) return 4;
+  const stick_segment_t &tip = _bands.front().shape, &shank = _bands.back().shape;
+  if (std::abs(h - tip.p[0]) <= tolerance && r < band_radius(tip, h) - tolerance) return 1;
+  if (std::abs(h - shank.p[1]) <= tolerance && r < band_radius(shank, h) - tolerance) return 4;
   return 2;
 }
 

@@ -18,11 +18,15 @@ namespace {
 bool usable_width(double w) { return w >= 0.0 && std::isfinite(w); }
 
 template <class Result>
-Result* run(cube_tree_t* tree, const std::vector<cbtr::tri_extension_t>* tool, double grid_width, bool subtract,
-            bool want_contours, bool touch_counts) {
-  if (!tree || !tool || !usable_width(grid_width)) return common::new_nothrow<Result>(0u, false, std::vector<cbtr::contour_t>{});
+Result* untouched() {
+  return common::new_nothrow<Result>(0u, false, std::vector<cbtr::contour_t>{});
+}
+
+// The outcome of step() as a result object; null when memory runs out.
+template <class Result, class Step>
+Result* result_of(Step step) {
   try {
-    cbtr::step_outcome_t out = cbtr::run_step(*tree, *tool, grid_width, {subtract, want_contours, touch_counts});
+    cbtr::step_outcome_t out = step();
     return new Result(out.resolution, out.touched, std::move(out.contours));
   } catch (const std::bad_alloc&) {
     return nullptr;
@@ -30,9 +34,17 @@ Result* run(cube_tree_t* tree, const std::vector<cbtr::tri_extension_t>* tool, d
 }
 
 template <class Result>
+Result* run(cube_tree_t* tree, const std::vector<cbtr::tri_extension_t>* tool, double grid_width, bool subtract,
+            bool want_contours, bool touch_counts) {
+  if (!tree || !tool || !usable_width(grid_width)) return untouched<Result>();
+  return result_of<Result>(
+      [&] { return cbtr::run_step(*tree, *tool, grid_width, {subtract, want_contours, touch_counts}); });
+}
+
+template <class Result>
 Result* run_soup(cube_tree_t* tree, const stl3d_t* soup, double grid_width, bool subtract, bool want_contours,
                  bool touch_counts) {
-  if (!tree || !soup || !usable_width(grid_width)) return run<Result>(nullptr, nullptr, 0, subtract, false, false);
+  if (!tree || !soup || !usable_width(grid_width)) return untouched<Result>();
   try {
     const double width = grid_width == 0.0 ? tree->grid_width() : grid_width;
     const std::vector<cbtr::tri_extension_t> tool = cbtr::exact_records(soup->tris, 0.001 * width, nullptr, nullptr);
@@ -73,14 +85,11 @@ addition_t* cube_tree__add_by_stl3d(cube_tree_t* tree, const stl3d_t* tool, doub
 substraction_t* cube_tree__substract_by_init_stick_convex(cube_tree_t* tree, const stick_convex_t* stick,
                                                         const geom::mat4d* matrix, double grid_width,
                                                         bool want_contours, bool touch_counts) noexcept {
-  if (!tree || !stick || !matrix || !usable_width(grid_width)) return run<cbtr::substraction_t>(nullptr, nullptr, 0, true, false, false);
-  try {
+  if (!tree || !stick || !matrix || !usable_width(grid_width)) return untouched<cbtr::substraction_t>();
+  return result_of<cbtr::substraction_t>([&] {
     const cbtr::stick_tool_t tool(*stick, *matrix);
-    cbtr::step_outcome_t out = cbtr::run_stick_step(*tree, tool, grid_width, want_contours, touch_counts);
-    return new cbtr::substraction_t(out.resolution, out.touched, std::move(out.contours));
-  } catch (const std::bad_alloc&) {
-    return nullptr;
-  }
+    return cbtr::run_stick_step(*tree, tool, grid_width, want_contours, touch_counts);
+  });
 }
 
 bool substraction__IsTouched(const substraction_t* s) noexcept { return s && s->touched(); }
