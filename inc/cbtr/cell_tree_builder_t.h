@@ -1,7 +1,7 @@
 #pragma once
 
 // Building the cells of a stock (or of a tool) from exact triangles. A
-// flat piece is a list whose triangles all share one normal.
+// flat piece is a list whose triangles all lie in one plane, facing one way.
 
 #include <array>
 #include <cstdint>
@@ -14,6 +14,7 @@
 #include "cbtr/defect_record_t.h"
 #include "cbtr/edge_tips_t.h"
 #include "cbtr/hit_memo_t.h"
+#include "cbtr/plane_classes_t.h"
 #include "cbtr/tool_cells_t.h"
 
 struct stop_token;
@@ -53,6 +54,7 @@ class cell_tree_builder_t final : public tool_cells_t {
   const std::vector<tri_extension_t>& _tris;
   const stop_token* _stop;
   hit_memo_t _memo;
+  plane_classes_t _planes;
   std::size_t _defects = 0;
   std::vector<defect_record_t>* _defect_sink = nullptr;
 };

@@ -39,7 +39,7 @@ bool plane_misses_box(const tri_extension_t& t, const cell_t& box) {
 
 cell_tree_builder_t::cell_tree_builder_t(const std::vector<tri_extension_t>& tris, std::uint32_t resolution,
                                          const stop_token* stop)
-    : tool_cells_t(resolution), _tris(tris), _stop(stop), _memo(tris) {}
+    : tool_cells_t(resolution), _tris(tris), _stop(stop), _memo(tris), _planes(tris) {}
 
 bool cell_tree_builder_t::stopped() const { return _stop && stop_token__stop_requested(_stop); }
 
@@ -61,11 +61,9 @@ std::array<std::vector<std::uint32_t>, 8> cell_tree_builder_t::distribute(
 }
 
 bool cell_tree_builder_t::flat_in(const cell_t&, std::span<const std::uint32_t> list) {
-  const vec3d& n = _tris[list.front()].normal_d;
-  for (std::uint32_t i : list) {
-    const vec3d& m = _tris[i].normal_d;
-    if (!(m.x == n.x && m.y == n.y && m.z == n.z)) return false;
-  }
+  const std::uint32_t first = list.front();
+  for (std::uint32_t i : list)
+    if (!_planes.coplanar(first, i)) return false;
   return true;
 }
 

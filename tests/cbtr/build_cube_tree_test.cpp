@@ -101,6 +101,26 @@ TEST(BuildCubeTree, LatticeAlignedCubeIsReproducedWithItsBoundary) {
   EXPECT_NEAR(closed_volume(surface(*tree), "aligned cube"), 512, 1e-9);
 }
 
+std::size_t leaf_count(const std::shared_ptr<cube_node_t>& node) {
+  if (!node) return 0;
+  std::size_t n = (node->kind & kind_leaf) ? 1 : 0;
+  for (const auto& child : snapshot_children(*node)) n += leaf_count(child);
+  return n;
+}
+
+TEST(BuildCubeTree, FaceCutIntoUnequalTrianglesMakesTheSameCellsAsTwoHalves) {
+  // One plane holds large leaves however it is cut into triangles.
+  const auto halves = quvra_test::box_soup(0.3, 0.2, 0.1, 10.7, 8.9, 6.35);
+  auto fan = halves;
+  const point3 q{3.1, 6.5, 6.35}, a{0.3, 0.2, 6.35}, b{10.7, 0.2, 6.35}, c{10.7, 8.9, 6.35}, d{0.3, 8.9, 6.35};
+  const geom::stl_tri_t up{{}, {}, {}, {0, 0, 1}};
+  fan.erase(fan.begin() + 2, fan.begin() + 4);
+  for (const auto& [p, r] : {std::pair{a, b}, {b, c}, {c, d}, {d, a}}) fan.push_back({p, r, q, up.normal});
+  const auto plain = build(halves, 0.25), cut = build(fan, 0.25);
+  EXPECT_EQ(leaf_count(cut->root.load()), leaf_count(plain->root.load()));
+  EXPECT_NEAR(closed_volume(surface(*cut), "fan"), closed_volume(surface(*plain), "halves"), 1e-9);
+}
+
 TEST(BuildCubeTree, SmoothSolidsAreClosedAndOnTheInput) {
   const double r = 10;
   const auto sphere = quvra_test::sphere_soup(r, 48, 96);
