@@ -65,8 +65,11 @@ class step_runner_t {
   bool material_volume(const cube_node_t& child) const;
   void first_pass(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, int k,
                   std::span<const std::uint32_t> list, pass_t& pass);
-  void recurse(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, int k,
+  // Whether child k changed.
+  bool recurse(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, int k,
                std::span<const std::uint32_t> list, pass_t& pass);
+  void split_and_recurse(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, int k,
+                         std::span<const std::uint32_t> list, pass_t& pass);
   void at_leaf(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, int k,
                std::span<const std::uint32_t> list, pass_t& pass);
   void second_pass(const std::shared_ptr<cube_node_t>& stock, const cube_node_t& delta_branch, int k,
@@ -152,18 +155,31 @@ void step_runner_t::first_pass(const std::shared_ptr<cube_node_t>& stock, const 
   recurse(stock, cell, k, list, pass);
 }
 
-void step_runner_t::recurse(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, int k,
+bool step_runner_t::recurse(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, int k,
                             std::span<const std::uint32_t> list, pass_t& pass) {
   const level_t r = branch(pass.stock[k], cell.child(k), list);
   pass.delta[k] = r.delta;
   if (!(r.bits & looked)) {
     pass.marked |= 1u << k;
-    return;
+    return false;
   }
   pass.recursed |= 1u << k;
   if (r.bits & remove_me) (*stock->children.load())[k].store(nullptr);
   pass.changed |= (r.bits & changed) != 0;
   pass.removed |= (r.bits & removed) != 0;
+  return (r.bits & changed) != 0;
+}
+
+// A leaf split for a closer look that the tool then left as it was becomes
+// the leaf again: the tool's edge passing over a flat floor would otherwise
+// leave it in the finest cells for good.
+void step_runner_t::split_and_recurse(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, int k,
+                                      std::span<const std::uint32_t> list, pass_t& pass) {
+  const std::shared_ptr<cube_node_t>& leaf = pass.stock[k];
+  forget_caches(*leaf);
+  if (recurse(stock, cell, k, list, pass)) return;
+  leaf->children.store(nullptr);
+  leaf->kind = kind_leaf;
 }
 
 void step_runner_t::at_leaf(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, int k,
@@ -173,8 +189,7 @@ void step_runner_t::at_leaf(const std::shared_ptr<cube_node_t>& stock, const cel
   const bool coarse = child.depth < static_cast<int>(_limit);
   const bool flat = _builder.flat_in(child, list);
   if (coarse && !flat && split_leaf(leaf, split_mode)) {
-    forget_caches(*leaf);
-    recurse(stock, cell, k, list, pass);
+    split_and_recurse(stock, cell, k, list, pass);
     return;
   }
   const edge_tips_t tips = _builder.evaluate(child, list);
@@ -187,10 +202,7 @@ void step_runner_t::at_leaf(const std::shared_ptr<cube_node_t>& stock, const cel
   const int verdict = compare_leaf_with_tool(seen(leaf->corners), leaf->tips, pass.delta[k]->corners,
                                              pass.delta[k]->tips);
   if (verdict == 2) pass.skip |= 1u << k;
-  if (verdict == 3 && split_leaf(leaf, split_mode)) {
-    forget_caches(*leaf);
-    recurse(stock, cell, k, list, pass);
-  }
+  if (verdict == 3 && split_leaf(leaf, split_mode)) split_and_recurse(stock, cell, k, list, pass);
 }
 
 bool step_runner_t::merge_material(cube_node_t& leaf, const cube_node_t& tool) const {

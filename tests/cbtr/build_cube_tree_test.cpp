@@ -12,6 +12,7 @@
 #include "cbtr/cell_triangles.h"
 #include "common/stop.h"
 #include "soups.h"
+#include "step_stock.h"
 #include "surface_checks.h"
 
 namespace {
@@ -101,13 +102,6 @@ TEST(BuildCubeTree, LatticeAlignedCubeIsReproducedWithItsBoundary) {
   EXPECT_NEAR(closed_volume(surface(*tree), "aligned cube"), 512, 1e-9);
 }
 
-std::size_t leaf_count(const std::shared_ptr<cube_node_t>& node) {
-  if (!node) return 0;
-  std::size_t n = (node->kind & kind_leaf) ? 1 : 0;
-  for (const auto& child : snapshot_children(*node)) n += leaf_count(child);
-  return n;
-}
-
 TEST(BuildCubeTree, FaceCutIntoUnequalTrianglesMakesTheSameCellsAsTwoHalves) {
   // One plane holds large leaves however it is cut into triangles.
   const auto halves = quvra_test::box_soup(0.3, 0.2, 0.1, 10.7, 8.9, 6.35);
@@ -117,7 +111,7 @@ TEST(BuildCubeTree, FaceCutIntoUnequalTrianglesMakesTheSameCellsAsTwoHalves) {
   fan.erase(fan.begin() + 2, fan.begin() + 4);
   for (const auto& [p, r] : {std::pair{a, b}, {b, c}, {c, d}, {d, a}}) fan.push_back({p, r, q, up.normal});
   const auto plain = build(halves, 0.25), cut = build(fan, 0.25);
-  EXPECT_EQ(leaf_count(cut->root.load()), leaf_count(plain->root.load()));
+  EXPECT_EQ(quvra_test::leaf_count(cut->root.load()), quvra_test::leaf_count(plain->root.load()));
   EXPECT_NEAR(closed_volume(surface(*cut), "fan"), closed_volume(surface(*plain), "halves"), 1e-9);
 }
 

@@ -15,6 +15,13 @@
 
 namespace quvra_test {
 
+inline std::size_t leaf_count(const std::shared_ptr<cbtr::cube_node_t>& node) {
+  if (!node) return 0;
+  std::size_t n = (node->kind & cbtr::kind_leaf) ? 1 : 0;
+  for (const auto& child : cbtr::snapshot_children(*node)) n += leaf_count(child);
+  return n;
+}
+
 struct soup_t {
   stl3d_t* s;
   explicit soup_t(const std::vector<geom::stl_tri_t>& tris)
@@ -36,6 +43,7 @@ struct stock_t {
     return quvra_test::check_closure(tris);
   }
   double volume() const { return closure().volume_about_origin; }
+  std::size_t leaves() const { return leaf_count(tree->root.load()); }
 
   // Subtracts an axis-aligned box; answers whether the stock changed.
   bool cut(const std::array<double, 6>& b, double w, bool contours = false, bool touch = false,

@@ -178,6 +178,19 @@ TEST(MachiningStep, ToolTouchingAFaceCountsOnlyWhenTouchesCount) {
   }
 }
 
+TEST(MachiningStep, AToolThatLeavesAFaceAsItWasLeavesItsCellsAsTheyWere) {
+  // The box stands on the top face: its walls cross the face's large leaves,
+  // which are split for a closer look and then found unchanged.
+  stock_t stock(block, 0.25);
+  const std::size_t leaves = stock.leaves();
+  EXPECT_FALSE(stock.cut({3.1, 2.2, block[5], 7.3, 6.6, 9.0}, 0.25));
+  EXPECT_EQ(stock.leaves(), leaves);
+  // A cut that does take material splits only where it cut.
+  EXPECT_TRUE(stock.cut({3.1, 2.2, 5.2, 7.3, 6.6, 9.0}, 0.25));
+  EXPECT_GT(stock.leaves(), leaves);
+  EXPECT_EQ(stock.closure().open_lines, 0u);
+}
+
 TEST(MachiningStep, RepeatingACutTouchesNothingUnlessTouchesCount) {
   // Floors and walls on cell faces (4.0, 2.0) and inside cells (4.05, 2.2).
   for (const std::array<double, 6>& pocket : {std::array<double, 6>{2.0, 2.0, 4.0, 6.0, 6.0, 9.0},
