@@ -35,8 +35,7 @@ class cell_tree_builder_t final : public tool_cells_t {
   // From now on each defective leaf is also recorded in sink, with its hits.
   void record_defects(std::vector<defect_record_t>* sink) { _defect_sink = sink; }
   // A child is dropped only when doubles prove it beyond rounding.
-  std::array<std::vector<std::uint32_t>, 8> distribute(const cell_t& cell,
-                                                       std::span<const std::uint32_t> list) const override;
+  child_lists_t distribute(const cell_t& cell, std::span<const std::uint32_t> list) const override;
   // The cell evaluated once, through the shared memo.
   edge_tips_t evaluate(const cell_t& cell, std::span<const std::uint32_t> list) override;
   bool flat_in(const cell_t& cell, std::span<const std::uint32_t> list) override;

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "cbtr/cell_t.h"
+#include "cbtr/child_lists_t.h"
 #include "cbtr/cube_node_t.h"
 #include "cbtr/edge_tips_t.h"
 
@@ -29,8 +30,7 @@ class tool_cells_t {
 
   // The pieces of list that may reach each child of cell. Conservative: a
   // child is dropped only where the tool's surface surely misses it.
-  virtual std::array<std::vector<std::uint32_t>, 8> distribute(const cell_t& cell,
-                                                               std::span<const std::uint32_t> list) const = 0;
+  virtual child_lists_t distribute(const cell_t& cell, std::span<const std::uint32_t> list) const = 0;
   // The cell's corners and edge crossings.
   virtual edge_tips_t evaluate(const cell_t& cell, std::span<const std::uint32_t> list) = 0;
   // The tool's surface in cell is a single plane: a leaf holds it exactly.

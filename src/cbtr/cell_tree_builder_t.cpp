@@ -43,9 +43,11 @@ cell_tree_builder_t::cell_tree_builder_t(const std::vector<tri_extension_t>& tri
 
 bool cell_tree_builder_t::stopped() const { return _stop && stop_token__stop_requested(_stop); }
 
-std::array<std::vector<std::uint32_t>, 8> cell_tree_builder_t::distribute(
-    const cell_t& cell, std::span<const std::uint32_t> list) const {
-  std::array<std::vector<std::uint32_t>, 8> lists;
+child_lists_t cell_tree_builder_t::distribute(const cell_t& cell, std::span<const std::uint32_t> list) const {
+  thread_local std::vector<std::uint8_t> masks;
+  masks.clear();
+  std::array<cell_t, 8> children;
+  for (int k = 0; k < 8; ++k) children[k] = cell.child(k);
   for (std::uint32_t i : list) {
     const tri_extension_t& t = _tris[i];
     std::uint8_t mask = 0xFF;
@@ -55,9 +57,10 @@ std::array<std::vector<std::uint32_t>, 8> cell_tree_builder_t::distribute(
       if (component(t.lo, a) > c) mask &= static_cast<std::uint8_t>(~low_children[a]);
     }
     for (int k = 0; k < 8; ++k)
-      if ((mask >> k) & 1 && !plane_misses_box(t, cell.child(k))) lists[k].push_back(i);
+      if ((mask >> k) & 1 && plane_misses_box(t, children[k])) mask &= static_cast<std::uint8_t>(~(1u << k));
+    masks.push_back(mask);
   }
-  return lists;
+  return child_lists_t(list, masks);
 }
 
 bool cell_tree_builder_t::flat_in(const cell_t&, std::span<const std::uint32_t> list) {

@@ -20,6 +20,12 @@ namespace {
 
 using hit_list_t = std::vector<tip_candidate_t>;
 
+// Lists an evaluation fills and empties for every edge; kept per thread so
+// that their storage outlives one cell.
+struct scratch_t {
+  hit_list_t hits, group, first_touch;
+};
+
 struct edge_t {
   grid_line_t line;
   std::uint32_t cu, cv;    // the line's lattice place
@@ -69,13 +75,15 @@ std::uint32_t group_verdict(std::span<const tip_candidate_t> group, const grid_l
 
 // [first, last) is ordered from this side's corner inwards.
 template <class It>
-void decide_side(edge_side_t& s, It first, It last, const edge_t& edge, int side) {
+void decide_side(edge_side_t& s, It first, It last, const edge_t& edge, int side, scratch_t& scratch) {
   const double corner = side ? edge.hi : edge.lo;
   if (side ? edge.hi_on_face : edge.lo_on_face) {
     s = {corner, surface_mode, nullptr, true};
     return;
   }
-  std::vector<tip_candidate_t> group, first_touch;
+  hit_list_t& group = scratch.group;
+  hit_list_t& first_touch = scratch.first_touch;
+  first_touch.clear();
   for (It it = first; it != last;) {
     const double t = it->t;
     group.clear();
@@ -119,7 +127,8 @@ void apply_to_corner(edge_tips_t& et, int corner, std::uint32_t state) {
 edge_tips_t evaluate_cell(const cell_t& cell, std::span<const std::uint32_t> list,
                           const std::vector<tri_extension_t>& tris, hit_memo_t& memo) {
   edge_tips_t et;
-  hit_list_t hits;
+  thread_local scratch_t scratch;
+  hit_list_t& hits = scratch.hits;
   for (int e = 0; e < 12; ++e) {
     edge_t edge = edge_of(cell, e);
     hits.clear();
@@ -131,8 +140,8 @@ edge_tips_t evaluate_cell(const cell_t& cell, std::span<const std::uint32_t> lis
       if (!hit.is_miss()) take_hit(edge, hits, tris[i], hit);
     }
     std::stable_sort(hits.begin(), hits.end(), [](const auto& x, const auto& y) { return x.t < y.t; });
-    decide_side(et.sides[e][0], hits.begin(), hits.end(), edge, 0);
-    decide_side(et.sides[e][1], hits.rbegin(), hits.rend(), edge, 1);
+    decide_side(et.sides[e][0], hits.begin(), hits.end(), edge, 0, scratch);
+    decide_side(et.sides[e][1], hits.rbegin(), hits.rend(), edge, 1, scratch);
     borrow_far_corner(et.sides[e], edge);
     for (int side = 0; side < 2; ++side) {
       const edge_side_t& s = et.sides[e][side];

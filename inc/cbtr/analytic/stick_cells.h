@@ -1,7 +1,7 @@
 #pragma once
 
 // The cells of a stick convex tool, evaluated in doubles: corners by the
-// inside test, crossings by bisection between an inside and an outside
+// inside test, crossings by a bracketing search between an inside and an outside
 // corner (a convex body meets an edge in one interval, so a crossing edge
 // holds exactly one crossing). Every child the surface may reach gets all
 // the bands; a child is dropped when it lies wholly inside (all corners in:
@@ -16,8 +16,7 @@ class stick_cells_t final : public tool_cells_t {
  public:
   stick_cells_t(const stick_tool_t& tool, std::uint32_t resolution) : tool_cells_t(resolution), _tool(tool) {}
 
-  std::array<std::vector<std::uint32_t>, 8> distribute(const cell_t& cell,
-                                                       std::span<const std::uint32_t> list) const override;
+  child_lists_t distribute(const cell_t& cell, std::span<const std::uint32_t> list) const override;
   edge_tips_t evaluate(const cell_t& cell, std::span<const std::uint32_t> list) override;
   // Only a flat end crosses the cell's edges.
   bool flat_in(const cell_t& cell, std::span<const std::uint32_t> list) override;

@@ -27,12 +27,12 @@ bool stick_cells_t::surface_may_reach(const cell_t& cell) const {
   return _tool.distance_below(centre) <= width * 0.5 * std::sqrt(3.0) * (1.0 + 1e-9);
 }
 
-std::array<std::vector<std::uint32_t>, 8> stick_cells_t::distribute(const cell_t& cell,
-                                                                   std::span<const std::uint32_t> list) const {
-  std::array<std::vector<std::uint32_t>, 8> lists;
+child_lists_t stick_cells_t::distribute(const cell_t& cell, std::span<const std::uint32_t> list) const {
+  std::uint8_t reached = 0;
   for (int k = 0; k < 8; ++k)
-    if (surface_may_reach(cell.child(k))) lists[k].assign(list.begin(), list.end());
-  return lists;
+    if (surface_may_reach(cell.child(k))) reached |= static_cast<std::uint8_t>(1u << k);
+  const std::vector<std::uint8_t> masks(list.size(), reached);
+  return child_lists_t(list, masks);
 }
 
 // Regula falsi with the Illinois correction: it keeps the crossing
