@@ -11,6 +11,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -36,6 +37,12 @@ class tool_cells_t {
   // The tool's surface in cell is a single plane: a leaf holds it exactly.
   virtual bool flat_in(const cell_t& cell, std::span<const std::uint32_t> list) = 0;
   virtual bool stopped() const { return false; }
+  // The tip a crossing at the extreme point of the pieces of list along axis
+  // gets (their highest point, or their lowest): no crossing of theirs with
+  // a line along axis lies beyond it. Nothing where the tool can't tell.
+  virtual std::optional<double> reach(int /*axis*/, bool /*highest*/, std::span<const std::uint32_t> /*list*/) const {
+    return std::nullopt;
+  }
 
   // The subtree of cell over the pieces of list: a branch, or null when
   // every child is uniform (or the build was stopped).

@@ -8,6 +8,7 @@
 #include "cbtr/cube_tree_t.h"
 #include "cbtr/evaluate_cell.h"
 #include "cbtr/judge_value.h"
+#include "cbtr/lattice_exact.h"
 #include "common/stop.h"
 
 namespace cbtr {
@@ -68,6 +69,26 @@ bool cell_tree_builder_t::flat_in(const cell_t&, std::span<const std::uint32_t> 
   for (std::uint32_t i : list)
     if (!_planes.coplanar(first, i)) return false;
   return true;
+}
+
+std::optional<double> cell_tree_builder_t::reach(int axis, bool highest, std::span<const std::uint32_t> list) const {
+  if (list.empty()) return std::nullopt;
+  double bound = highest ? -std::numeric_limits<double>::infinity() : std::numeric_limits<double>::infinity();
+  for (std::uint32_t i : list)
+    bound = highest ? std::max(bound, component(_tris[i].hi, axis)) : std::min(bound, component(_tris[i].lo, axis));
+  // Only corners whose doubles lie within rounding of the extreme can be it.
+  const double slack = tolerance * (1.0 + std::abs(bound));
+  const fr* extreme = nullptr;
+  for (std::uint32_t i : list) {
+    const tri_extension_t& t = _tris[i];
+    for (int k = 0; k < 3; ++k) {
+      if (std::abs(component(t.corner_d[k], axis) - bound) > slack) continue;
+      const fr& c = component(t.corner(k), axis);
+      const int order = extreme ? geom::compare(c, *extreme) : 0;
+      if (!extreme || (highest ? order > 0 : order < 0)) extreme = &c;
+    }
+  }
+  return lattice_safe_double(*extreme);
 }
 
 std::shared_ptr<cube_node_t> cell_tree_builder_t::leaf_over(const cell_t& cell, std::span<const std::uint32_t> list,

@@ -7,6 +7,7 @@
 #include "cbtr/cell_tree_builder_t.h"
 #include "cbtr/leaf_merge.h"
 #include "cbtr/leaf_split.h"
+#include "cbtr/material_extent.h"
 
 // Addition runs as subtraction from the stock's complement: "material" below
 // is the stock when subtracting and its complement when adding, and every
@@ -70,6 +71,9 @@ class step_runner_t {
                std::span<const std::uint32_t> list, pass_t& pass);
   void split_and_recurse(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, int k,
                          std::span<const std::uint32_t> list, pass_t& pass);
+  bool tool_beyond_material(const cube_node_t& leaf, const cell_t& cell, std::span<const std::uint32_t> list) const;
+  bool passes_by(const cube_node_t& leaf, const cell_t& cell, int k, std::span<const std::uint32_t> list,
+                 pass_t& pass);
   void at_leaf(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, int k,
                std::span<const std::uint32_t> list, pass_t& pass);
   void second_pass(const std::shared_ptr<cube_node_t>& stock, const cube_node_t& delta_branch, int k,
@@ -182,16 +186,52 @@ void step_runner_t::split_and_recurse(const std::shared_ptr<cube_node_t>& stock,
   leaf->kind = kind_leaf;
 }
 
+// Whether, along some axis, the tool's surface in the cell begins where the
+// leaf's material has ended.
+bool step_runner_t::tool_beyond_material(const cube_node_t& leaf, const cell_t& cell,
+                                         std::span<const std::uint32_t> list) const {
+  const std::uint32_t word = seen(leaf.corners);
+  for (int axis = 0; axis < 3; ++axis)
+    for (bool high : {true, false}) {
+      if (!material_clear_of_face(word, axis, high)) continue;
+      const std::optional<double> from = _builder.reach(axis, !high, list);
+      if (from && material_ends_before(word, leaf.tips, cell, axis, high, *from, _options.touch_counts)) return true;
+    }
+  return false;
+}
+
+// A tool whose surface stays beyond a leaf's material, and which is not
+// solid on the material's side, leaves the leaf as it is: its rim passing
+// over a floor needs no closer look. The tool's corners are still taken, for
+// the level's summary.
+bool step_runner_t::passes_by(const cube_node_t& leaf, const cell_t& cell, int k, std::span<const std::uint32_t> list,
+                              pass_t& pass) {
+  if (!tool_beyond_material(leaf, cell, list)) return false;
+  const edge_tips_t tips = _builder.evaluate(cell, list);
+  // Uniform corners can't tell whether the tool holds the material whole.
+  if (is_uniform_corner_word(tips.corners)) return false;
+  const std::uint32_t word = seen(leaf.corners);
+  for (int c = 0; c < 8; ++c) {
+    const std::uint32_t material = corner_of(word, c);
+    if (material != corner_air && (material != corner_solid || corner_of(tips.corners, c) != corner_air))
+      return false;
+  }
+  pass.delta[k] = _builder.leaf(cell, tips);
+  pass.skip |= 1u << k;
+  return true;
+}
+
 void step_runner_t::at_leaf(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, int k,
                             std::span<const std::uint32_t> list, pass_t& pass) {
   const std::shared_ptr<cube_node_t>& leaf = pass.stock[k];
   const cell_t child = cell.child(k);
   const bool coarse = child.depth < static_cast<int>(_limit);
   const bool flat = _builder.flat_in(child, list);
-  if (coarse && !flat && split_leaf(leaf, split_mode)) {
+  if (coarse && !flat && !passes_by(*leaf, child, k, list, pass) && split_leaf(leaf, split_mode)) {
     split_and_recurse(stock, cell, k, list, pass);
     return;
   }
+  if (pass.skip >> k & 1) return;
   const edge_tips_t tips = _builder.evaluate(child, list);
   if (is_uniform_corner_word(tips.corners)) {
     pass.marked |= 1u << k;

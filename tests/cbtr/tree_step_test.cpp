@@ -191,6 +191,23 @@ TEST(MachiningStep, AToolThatLeavesAFaceAsItWasLeavesItsCellsAsTheyWere) {
   EXPECT_EQ(stock.closure().open_lines, 0u);
 }
 
+TEST(MachiningStep, AToolWhoseRoofStaysAboveAFloorStillTakesTheFloorItHolds) {
+  // The roof's ridge crosses the floor's large leaves without reaching down
+  // to the floor, but the floor lies inside the tool.
+  const double w = 0.5;
+  stock_t stock(block, w);
+  stock.cut({3.1, 2.2, 4.05, 7.3, 6.6, 9.0}, w);
+  const double before = stock.volume();
+  soup_t tool(quvra_test::gable_soup(3.5, 2.6, 1.0, 6.9, 6.2, 4.2, 4.4));
+  substraction_t* s = cube_tree__substract_by_stl3d(stock.tree, tool.s, w, false, false);
+  EXPECT_TRUE(substraction__IsTouched(s));
+  substraction__dtor(s);
+  const auto c = stock.closure();
+  EXPECT_EQ(c.open_lines, 0u);
+  EXPECT_NEAR(before - c.volume_about_origin, box_volume({3.5, 2.6, 1.0, 6.9, 6.2, 4.05}),
+              chamfer_bound(w, 3.4, 3.6, 3.05));
+}
+
 TEST(MachiningStep, RepeatingACutTouchesNothingUnlessTouchesCount) {
   // Floors and walls on cell faces (4.0, 2.0) and inside cells (4.05, 2.2).
   for (const std::array<double, 6>& pocket : {std::array<double, 6>{2.0, 2.0, 4.0, 6.0, 6.0, 9.0},

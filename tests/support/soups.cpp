@@ -60,6 +60,23 @@ std::vector<geom::stl_tri_t> box_soup(double x0, double y0, double z0, double x1
   return out;
 }
 
+std::vector<geom::stl_tri_t> gable_soup(double x0, double y0, double z0, double x1, double y1, double z_eave,
+                                        double z_ridge) {
+  std::vector<geom::stl_tri_t> out;
+  const double xm = 0.5 * (x0 + x1);
+  const point p000{x0, y0, z0}, p100{x1, y0, z0}, p010{x0, y1, z0}, p110{x1, y1, z0};
+  const point e000{x0, y0, z_eave}, e100{x1, y0, z_eave}, e010{x0, y1, z_eave}, e110{x1, y1, z_eave};
+  const point r0{xm, y0, z_ridge}, r1{xm, y1, z_ridge};
+  add_quad(out, p000, p010, p110, p100);  // bottom
+  add_quad(out, p000, e000, e010, p010);  // left
+  add_quad(out, p100, p110, e110, e100);  // right
+  add_quad(out, e000, r0, r1, e010);      // roof, left slope
+  add_quad(out, e100, e110, r1, r0);      // roof, right slope
+  for (const auto& [a, b] : {std::pair{p100, e100}, {e100, r0}, {r0, e000}}) out.push_back(make_tri(p000, a, b));
+  for (const auto& [a, b] : {std::pair{e010, r1}, {r1, e110}, {e110, p110}}) out.push_back(make_tri(p010, a, b));
+  return out;
+}
+
 std::vector<geom::stl_tri_t> sphere_soup(double radius, int rings, int sectors) {
   std::vector<geom::stl_tri_t> out;
   for (int r = 0; r < rings; ++r) {

@@ -22,6 +22,11 @@ std::vector<geom::stl_tri_t> sphere_soup(double radius, int rings, int sectors);
 std::vector<geom::stl_tri_t> step_block_soup(double x0, double y0, double z0, double x1, double y1, double z1,
                                              double xs, double zs);
 
+// A box from (x0, y0, z0) to (x1, y1, z_eave) under a gabled roof whose
+// ridge runs along y over the middle of x at z_ridge.
+std::vector<geom::stl_tri_t> gable_soup(double x0, double y0, double z0, double x1, double y1, double z_eave,
+                                        double z_ridge);
+
 // Torus around the z axis with rings x sides quads of two triangles each.
 std::vector<geom::stl_tri_t> torus_soup(double r_major, double r_minor, int rings, int sides);
 
