@@ -79,7 +79,7 @@ class step_runner_t {
   void second_pass(const std::shared_ptr<cube_node_t>& stock, const cube_node_t& delta_branch, int k,
                    pass_t& pass);
   bool merge_material(cube_node_t& leaf, const cube_node_t& tool) const;
-  std::shared_ptr<cube_node_t> graft(const cube_node_t& tool, const std::shared_ptr<cube_node_t>& parent) const;
+  void turn_to_material(cube_node_t& tool) const;
   void finish_level(const std::shared_ptr<cube_node_t>& stock, level_t& result);
 
   tool_cells_t& _builder;
@@ -252,22 +252,14 @@ bool step_runner_t::merge_material(cube_node_t& leaf, const cube_node_t& tool) c
   return edge_changed;
 }
 
-std::shared_ptr<cube_node_t> step_runner_t::graft(const cube_node_t& tool,
-                                                  const std::shared_ptr<cube_node_t>& parent) const {
-  // What is left of solid material is the tool's complement.
-  auto copy = std::make_shared<cube_node_t>(parent, tool.x, tool.y, tool.z);
+// What is left of solid material is the tool's complement. The tool's cells
+// were made for this step alone, so they become the stock's as they are.
+void step_runner_t::turn_to_material(cube_node_t& tool) const {
   const std::int32_t kind = tool.kind;
-  copy->kind = (kind & 3) && _options.subtract ? (kind ^ 3) : kind;
-  copy->corners = seen(inverted_corners(tool.corners));
-  for (int e = 0; e < 12; ++e) copy->tips[e] = tool.tips[e].load();
-  if (is_branch(tool)) {
-    auto children = std::make_shared<cube_node_t::children_t>();
-    const child_snapshot_t kids = snapshot_children(tool);
-    for (int k = 0; k < 8; ++k)
-      if (kids[k]) (*children)[k].store(graft(*kids[k], copy));
-    copy->children.store(std::move(children));
-  }
-  return copy;
+  tool.kind = (kind & 3) && _options.subtract ? (kind ^ 3) : kind;
+  tool.corners = seen(inverted_corners(tool.corners));
+  for (const std::shared_ptr<cube_node_t>& kid : snapshot_children(tool))
+    if (kid) turn_to_material(*kid);
 }
 
 void step_runner_t::second_pass(const std::shared_ptr<cube_node_t>& stock, const cube_node_t& delta_branch, int k,
@@ -305,9 +297,11 @@ void step_runner_t::second_pass(const std::shared_ptr<cube_node_t>& stock, const
   }
   if (!material_solid(child, *stock, k)) return;
   if (_options.want_contours) trace_subtree(*tool, contours);
-  slot.store(graft(*tool, stock));
   pass.changed = true;
   pass.removed = pass.removed || _options.touch_counts || holds_volume(*tool);
+  turn_to_material(*tool);
+  tool->parent = stock;
+  slot.store(tool);
 }
 
 void step_runner_t::empty_node(cube_node_t& node) const {
