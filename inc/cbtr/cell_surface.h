@@ -25,6 +25,9 @@ std::vector<cube_tri_t> leaf_triangles(const cube_node_t& leaf);
 // a null (uniform) child the state of the branch centre. Nothing when every
 // child is null: such a branch is not made.
 std::optional<std::uint32_t> branch_corner_word(const child_snapshot_t& children);
+// The same over the children's corner words, where bit k of known says that
+// child k has one.
+std::optional<std::uint32_t> branch_corner_word(const std::array<std::uint32_t, 8>& words, std::uint8_t known);
 
 // Tips of the branch's own twelve long edges, gathered from the children's
 // half edges. Uses the branch's corner word, which must be current.

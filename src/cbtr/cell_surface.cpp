@@ -1,5 +1,7 @@
 #include "cbtr/cell_surface.h"
 
+#include <bit>
+
 #include <cmath>
 
 #include "cbtr/surface_table.h"
@@ -24,16 +26,24 @@ std::vector<cube_tri_t> leaf_triangles(const cube_node_t& leaf) {
   return out;
 }
 
-std::optional<std::uint32_t> branch_corner_word(const child_snapshot_t& children) {
-  int first = -1;
-  for (int k = 0; k < 8 && first < 0; ++k)
-    if (children[k]) first = k;
-  if (first < 0) return std::nullopt;
-  const std::uint32_t centre = corner_of(children[first]->corners, 7 - first);
+std::optional<std::uint32_t> branch_corner_word(const std::array<std::uint32_t, 8>& words, std::uint8_t known) {
+  if (!known) return std::nullopt;
+  const int first = std::countr_zero(known);
+  const std::uint32_t centre = corner_of(words[first], 7 - first);
   std::uint32_t word = 0;
-  for (int k = 0; k < 8; ++k)
-    word = with_corner(word, k, children[k] ? corner_of(children[k]->corners, k) : centre);
+  for (int k = 0; k < 8; ++k) word = with_corner(word, k, (known >> k) & 1 ? corner_of(words[k], k) : centre);
   return word;
+}
+
+std::optional<std::uint32_t> branch_corner_word(const child_snapshot_t& children) {
+  std::array<std::uint32_t, 8> words{};
+  std::uint8_t known = 0;
+  for (int k = 0; k < 8; ++k)
+    if (children[k]) {
+      words[k] = children[k]->corners;
+      known |= static_cast<std::uint8_t>(1u << k);
+    }
+  return branch_corner_word(words, known);
 }
 
 namespace {

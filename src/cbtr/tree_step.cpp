@@ -25,9 +25,10 @@ constexpr int looked = 1, remove_me = 2, changed = 4, removed = 8;
 // A split stock leaf gives air to a point on its own surface.
 constexpr std::uint32_t split_mode = corner_air;
 
+// What a level did, and the tool's corners over its cell when it has them.
 struct level_t {
   int bits = 0;
-  std::shared_ptr<cube_node_t> delta;
+  std::optional<std::uint32_t> word;
 };
 
 void forget_caches(cube_node_t& node) {
@@ -54,10 +55,19 @@ class step_runner_t {
   std::vector<contour_t> contours;
 
  private:
+  // delta holds the tool's cells where the step merges or grafts them;
+  // elsewhere the tool's corner words are all the level needs.
   struct pass_t {
     child_snapshot_t stock, delta;
-    std::uint8_t recursed = 0, marked = 0, skip = 0;
+    std::array<std::uint32_t, 8> word{};
+    std::uint8_t known = 0, recursed = 0, marked = 0, skip = 0;
     bool changed = false, removed = false;
+
+    void know(int k, std::uint32_t corners) {
+      word[k] = corners;
+      known |= static_cast<std::uint8_t>(1u << k);
+    }
+    bool knows(int k) const { return (known >> k) & 1; }
   };
 
   bool material_solid(const std::shared_ptr<cube_node_t>& child, const cube_node_t& parent, int k) const;
@@ -76,8 +86,7 @@ class step_runner_t {
                  pass_t& pass);
   void at_leaf(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, int k,
                std::span<const std::uint32_t> list, pass_t& pass);
-  void second_pass(const std::shared_ptr<cube_node_t>& stock, const cube_node_t& delta_branch, int k,
-                   pass_t& pass);
+  void second_pass(const std::shared_ptr<cube_node_t>& stock, std::uint32_t tool_word, int k, pass_t& pass);
   bool merge_material(cube_node_t& leaf, const cube_node_t& tool) const;
   void turn_to_material(cube_node_t& tool) const;
   void finish_level(const std::shared_ptr<cube_node_t>& stock, level_t& result);
@@ -118,19 +127,10 @@ level_t step_runner_t::branch(const std::shared_ptr<cube_node_t>& stock, const c
       first_pass(stock, cell, k, lists[k], pass);
   }
   if (pass.marked == 0xFF) return {};
-  level_t result{looked, nullptr};
-  const std::optional<std::uint32_t> delta_word = branch_corner_word(pass.delta);
-  if (delta_word) {
-    result.delta = std::make_shared<cube_node_t>(std::weak_ptr<cube_node_t>{}, cell.centre[0], cell.centre[1],
-                                                 cell.centre[2]);
-    result.delta->kind = kind_branch;
-    result.delta->corners = *delta_word;
-    auto children = std::make_shared<cube_node_t::children_t>();
-    for (int k = 0; k < 8; ++k) (*children)[k].store(pass.delta[k]);
-    result.delta->children.store(std::move(children));
+  level_t result{looked, branch_corner_word(pass.word, pass.known)};
+  if (result.word)
     for (int k = 0; k < 8; ++k)
-      if (!(pass.recursed >> k & 1)) second_pass(stock, *result.delta, k, pass);
-  }
+      if (!(pass.recursed >> k & 1)) second_pass(stock, *result.word, k, pass);
   if (pass.removed) result.bits |= removed;
   if (pass.changed) finish_level(stock, result);
   return result;
@@ -145,11 +145,12 @@ void step_runner_t::first_pass(const std::shared_ptr<cube_node_t>& stock, const 
     // which the level's summary of the tool needs.
     if (material_solid(child, *stock, k)) {
       pass.delta[k] = _builder.cell(cell.child(k), list);
+      if (pass.delta[k]) pass.know(k, pass.delta[k]->corners);
     } else {
       const edge_tips_t tips = _builder.evaluate(cell.child(k), list);
-      if (!is_uniform_corner_word(tips.corners)) pass.delta[k] = _builder.leaf(cell.child(k), tips);
+      if (!is_uniform_corner_word(tips.corners)) pass.know(k, tips.corners);
     }
-    if (!pass.delta[k]) pass.marked |= 1u << k;
+    if (!pass.knows(k)) pass.marked |= 1u << k;
     return;
   }
   if (child->kind & kind_leaf) {
@@ -162,7 +163,7 @@ void step_runner_t::first_pass(const std::shared_ptr<cube_node_t>& stock, const 
 bool step_runner_t::recurse(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, int k,
                             std::span<const std::uint32_t> list, pass_t& pass) {
   const level_t r = branch(pass.stock[k], cell.child(k), list);
-  pass.delta[k] = r.delta;
+  if (r.word) pass.know(k, *r.word);
   if (!(r.bits & looked)) {
     pass.marked |= 1u << k;
     return false;
@@ -216,7 +217,7 @@ bool step_runner_t::passes_by(const cube_node_t& leaf, const cell_t& cell, int k
     if (material != corner_air && (material != corner_solid || corner_of(tips.corners, c) != corner_air))
       return false;
   }
-  pass.delta[k] = _builder.leaf(cell, tips);
+  pass.know(k, tips.corners);
   pass.skip |= 1u << k;
   return true;
 }
@@ -238,6 +239,7 @@ void step_runner_t::at_leaf(const std::shared_ptr<cube_node_t>& stock, const cel
     return;
   }
   pass.delta[k] = _builder.leaf(child, tips);
+  pass.know(k, tips.corners);
   if (!coarse || !flat) return;
   const int verdict = compare_leaf_with_tool(seen(leaf->corners), leaf->tips, pass.delta[k]->corners,
                                              pass.delta[k]->tips);
@@ -262,21 +264,22 @@ void step_runner_t::turn_to_material(cube_node_t& tool) const {
     if (kid) turn_to_material(*kid);
 }
 
-void step_runner_t::second_pass(const std::shared_ptr<cube_node_t>& stock, const cube_node_t& delta_branch, int k,
+void step_runner_t::second_pass(const std::shared_ptr<cube_node_t>& stock, std::uint32_t tool_word, int k,
                                 pass_t& pass) {
+  if (pass.skip >> k & 1) return;
   const std::shared_ptr<cube_node_t>& child = pass.stock[k];
   const std::shared_ptr<cube_node_t>& tool = pass.delta[k];
   auto& slot = (*stock->children.load())[k];
   if (!tool) {
-    // A cell the tool's surface doesn't reach: inside the tool or out of it.
-    if (corner_of(delta_branch.corners, k) != corner_solid || material_air(child, *stock, k)) return;
+    // A cell the tool's surface doesn't reach, inside the tool or out of
+    // it, or one of empty material.
+    if (corner_of(tool_word, k) != corner_solid || material_air(child, *stock, k)) return;
     pass.removed = pass.removed || !child || material_volume(*child);
     slot.store(nullptr);
     pass.changed = true;
     return;
   }
   if (child && (child->kind & kind_leaf) && !is_branch(*tool)) {
-    if (pass.skip >> k & 1) return;
     // Once material went at this level, no later cell needs the check.
     const bool takes_volume =
         pass.removed || _options.touch_counts || (material_volume(*child) && holds_volume(*tool));
