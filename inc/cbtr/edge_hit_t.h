@@ -8,7 +8,8 @@
 //   0x010 << k     the line meets corner k
 //   0x080          miss
 //   0x100          the line lies in the triangle's plane; t0 <= t1 bound the
-//                  overlap along the line
+//                  overlap along the line, as doubles that order against
+//                  every lattice value as the exact ends do
 //   0x200          the line crosses the plane at t0
 //
 // Bits 12-13 and 14-15 keep the corner state decided for side 0 (towards

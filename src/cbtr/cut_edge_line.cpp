@@ -113,7 +113,43 @@ fr offset(const tri_extension_t& t, int k, const grid_line_t& l) {
                                   : component(t.corner(k), l.a1) - l.uf();
 }
 
+// The overlap of a line lying in the triangle's plane, in doubles: only the
+// order of its ends against lattice values is ever read, so an estimate
+// serves whenever no corner lies near the line and no end near a lattice
+// value. Nothing where the exact path must decide.
+std::optional<edge_hit_t> estimated_overlap(const tri_extension_t& t, const grid_line_t& l) {
+  const int across = t.normal_sign[l.a1] != 0 ? l.a2 : l.a1;
+  const double at = across == l.a2 ? l.v : l.u;
+  std::array<double, 3> off, off_error;
+  for (int k = 0; k < 3; ++k) {
+    const double c = component(t.corner_d[k], across);
+    off[k] = c - at;
+    off_error[k] = tolerance * (std::abs(c) + std::abs(at));
+    if (std::abs(off[k]) <= off_error[k]) return std::nullopt;
+  }
+  edge_hit_t hit{edge_hit_t::in_plane};
+  double lo = std::numeric_limits<double>::infinity(), hi = -lo;
+  for (int k = 0; k < 3; ++k) {
+    const int next = (k + 1) % 3;
+    if ((off[k] < 0) == (off[next] < 0)) continue;
+    const double pa = component(t.corner_d[k], l.a), pb = component(t.corner_d[next], l.a);
+    const double gap = off[k] - off[next];
+    const double x = pa + (pb - pa) * (off[k] / gap);
+    const double bound = std::abs(pb - pa) * (2 * (off_error[k] + off_error[next]) / std::abs(gap) + tolerance) +
+                         tolerance * (std::abs(pa) + std::abs(pb));
+    if (!clear_of_lattice(x, bound)) return std::nullopt;
+    lo = std::min(lo, x);
+    hi = std::max(hi, x);
+    hit.flags |= 0x002u << k;
+  }
+  if (hit.flags == edge_hit_t::in_plane) return edge_hit_t{edge_hit_t::in_plane | edge_hit_t::miss};
+  hit.t0 = lo;
+  hit.t1 = hi;
+  return hit;
+}
+
 edge_hit_t overlap_hit(const tri_extension_t& t, const grid_line_t& l) {
+  if (const std::optional<edge_hit_t> estimate = estimated_overlap(t, l)) return *estimate;
   std::array<fr, 3> off = {offset(t, 0, l), offset(t, 1, l), offset(t, 2, l)};
   std::vector<fr> along;
   edge_hit_t hit{edge_hit_t::in_plane};

@@ -74,6 +74,9 @@ TEST(BuildCubeTree, SharpEdgedSolidsLoseOrGainOnlyChamfersAndKeepTheirFaces) {
       {"box", quvra_test::box_soup(0.3, 0.2, 0.1, 10.7, 8.9, 6.35), 4 * (10.4 + 8.7 + 6.25), {2, 1, 0.25}},
       {"step block", quvra_test::step_block_soup(0.3, 0.2, 0.1, 12.7, 8.9, 6.35, 7.4, 3.3),
        2 * (12.4 + 3.2 + 5.3 + 3.05 + 7.1 + 6.25) + 6 * 8.7, {2, 1, 0.25}},
+      // Four faces on cell planes, cut by diagonals that cross grid lines
+      // lying in those planes.
+      {"box on cell planes", quvra_test::box_soup(0, 0.2, 2, 8, 8.9, 6), 4 * (8 + 8.7 + 4), {2, 1, 0.25}},
   };
   for (const auto& c : cases) {
     const double exact = input_volume(c.soup);
