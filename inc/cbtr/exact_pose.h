@@ -28,6 +28,8 @@ exact_pose_t to_exact_pose(const geom::mat4d& pose, double resolution);
 geom::vec3fr transform(const exact_pose_t& pose, const geom::vec3fr& p);
 // The rotation block alone, for directions.
 geom::vec3fr rotate(const exact_pose_t& pose, const geom::vec3fr& v);
+// Whether the rotation block is other than the identity.
+bool turns(const exact_pose_t& pose);
 // Elements 12, 13, 14.
 geom::vec3fr translation_of(const exact_pose_t& pose);
 

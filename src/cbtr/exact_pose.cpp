@@ -49,6 +49,13 @@ geom::vec3fr rotate(const exact_pose_t& pose, const geom::vec3fr& v) {
   return apply_block(pose, v, false);
 }
 
+bool turns(const exact_pose_t& pose) {
+  for (int r = 0; r < 3; ++r)
+    for (int c = 0; c < 3; ++c)
+      if (!geom::eq_int(pose.m[4 * c + r], r == c ? 1 : 0)) return true;
+  return false;
+}
+
 geom::vec3fr translation_of(const exact_pose_t& pose) { return {pose.m[12], pose.m[13], pose.m[14]}; }
 
 geom::vec3fr snap(const geom::vec3d& p, double resolution) {

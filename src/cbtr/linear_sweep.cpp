@@ -37,6 +37,8 @@ class linear_sweep_builder {
         _end(end),
         _at_start(mesh.points_size(), [this](const point_t& p) { return transform(_start, p.pos); }),
         _at_end(mesh.points_size(), [this](const point_t& p) { return transform(_end, p.pos); }) {
+    _turned = turns(end);
+    if (!_turned) mesh.ensure_integer_normals();
     _motion = translation_of(end) - translation_of(start);
     for (geom::fr* c : {&_motion.x, &_motion.y, &_motion.z}) c->pack();
     _sides.reserve(mesh.tris_size());
@@ -55,7 +57,9 @@ class linear_sweep_builder {
     const geom::vec3fr& a = _at_end(t.p[0]);
     const geom::vec3fr& b = _at_end(t.p[1]);
     const geom::vec3fr& c = _at_end(t.p[2]);
-    geom::vec3fr n = reduced_cross(a, b, c);
+    // A pure translation keeps the mesh's own normals.
+    if (!_turned && t.integer_normal.x.is_nan()) return;
+    geom::vec3fr n = _turned ? reduced_cross(a, b, c) : t.integer_normal;
     if (is_zero(n)) return;
     const bool front = dot(n, _motion).sign() >= 0;
     tool_tri_t& out = front ? _out.emplace_back(make_tool_tri(a, b, c, n))
@@ -73,7 +77,7 @@ class linear_sweep_builder {
     if (_side_of(e.tri) != side_t::end || _side_of(e.twin->tri) != side_t::start) return;
     // Never zero: both faces at an edge along the motion are edge-on to it,
     // so such an edge is no silhouette.
-    geom::vec3fr m = cross(rotate(_end, e.vector()), _motion);
+    geom::vec3fr m = cross(_turned ? rotate(_end, e.vector()) : e.vector(), _motion);
     for (geom::fr* c : {&m.x, &m.y, &m.z}) c->pack();
     const geom::vec3fr& a_s = _at_start(e.p0);
     const geom::vec3fr& b_s = _at_start(e.p1);
@@ -98,6 +102,7 @@ class linear_sweep_builder {
   const exact_pose_t& _end;
   point_cache<point_t, convert_t> _at_start;
   point_cache<point_t, convert_t> _at_end;
+  bool _turned;
   geom::vec3fr _motion;
   std::unordered_map<const tri_t*, side_t, pointer_fnv> _sides;
   tool_tris_t _out;

@@ -10,6 +10,7 @@
 // seamless, which the carve reports when it gets there.
 
 #include <array>
+#include <mutex>
 #include <vector>
 
 #include "geom/IBoxable.h"
@@ -50,6 +51,9 @@ class topo_stl3fr_t : public topo_point3fr_stock_t<F>, public IBoxable {
   void del_tri(tri_t* tri);
 
   bool is_seamless() const;
+  // Sets the integer normal of every triangle with area, once: a tool swept
+  // move after move reads them each time. Safe from several threads.
+  void ensure_integer_normals();
 
   void expand_to_box3d(box3d* box) override;
   void expand_to_box3d(box3d* box, const mat4d* mat) override;
@@ -62,6 +66,7 @@ class topo_stl3fr_t : public topo_point3fr_stock_t<F>, public IBoxable {
 
   topo_line3fr_stock_t<F> _line_stock;
   topo_tri3fr_stock_t<F> _tri_stock;
+  std::once_flag _integer_normals;
 };
 
 extern template class topo_stl3fr_t<fr>;

@@ -85,6 +85,17 @@ std::vector<typename topo_stl3fr_t<F>::exact_tri_t> topo_stl3fr_t<F>::to_exact_t
 }
 
 template <class F>
+void topo_stl3fr_t<F>::ensure_integer_normals() {
+  std::call_once(_integer_normals, [this] {
+    for (tri_t* t = _tri_stock.first(); t; t = t->next) {
+      const vec3<F> n = t->cross_product();
+      if (t->integer_normal.x.is_nan() && !(n.x.is_zero() && n.y.is_zero() && n.z.is_zero()))
+        t->reset_integer_normal();
+    }
+  });
+}
+
+template <class F>
 vec3d topo_stl3fr_t<F>::_unit_normal(tri_t& tri) {
   if (!std::isnan(tri.normal.x)) return tri.normal;
   const vec3<F> n = tri.cross_product();
