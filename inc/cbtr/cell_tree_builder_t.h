@@ -39,6 +39,7 @@ class cell_tree_builder_t final : public tool_cells_t {
   // The cell evaluated once, through the shared memo.
   edge_tips_t evaluate(const cell_t& cell, std::span<const std::uint32_t> list) override;
   bool flat_in(const cell_t& cell, std::span<const std::uint32_t> list) override;
+  bool plane_only_touches(const cell_t& cell, std::span<const std::uint32_t> list) const override;
   // From the exact corners of the triangles nearest the extreme.
   std::optional<double> reach(int axis, bool highest, std::span<const std::uint32_t> list) const override;
   // Also counts the leaf as a defect if it is one.

@@ -36,6 +36,11 @@ class tool_cells_t {
   virtual edge_tips_t evaluate(const cell_t& cell, std::span<const std::uint32_t> list) = 0;
   // The tool's surface in cell is a single plane: a leaf holds it exactly.
   virtual bool flat_in(const cell_t& cell, std::span<const std::uint32_t> list) = 0;
+  // For a flat list: its plane leaves every corner of cell on one side or on
+  // it, so it never enters the cell. False where the tool can't tell.
+  virtual bool plane_only_touches(const cell_t& /*cell*/, std::span<const std::uint32_t> /*list*/) const {
+    return false;
+  }
   virtual bool stopped() const { return false; }
   // The tip a crossing at the extreme point of the pieces of list along axis
   // gets (their highest point, or their lowest): no crossing of theirs with

@@ -36,6 +36,22 @@ bool plane_misses_box(const tri_extension_t& t, const cell_t& box) {
   return greatest < -bound || least > bound;
 }
 
+// The side of the triangle's plane that corner k of the cell lies on: doubles
+// where they prove it, fractions otherwise.
+int plane_side(const tri_extension_t& t, const cell_t& cell, int k) {
+  double value = -t.plane_dd, magnitude = std::abs(t.plane_dd);
+  for (int a = 0; a < 3; ++a) {
+    const double term = component(t.normal_d, a) * cell.face_model(a, (k >> a) & 1);
+    value += term;
+    magnitude += std::abs(term);
+  }
+  if (std::abs(value) > tolerance * magnitude) return value > 0 ? 1 : -1;
+  fr exact = -t.plane_d;
+  for (int a = 0; a < 3; ++a)
+    exact += component(t.tri.normal, a) * lattice_fraction(cell.face_model(a, (k >> a) & 1));
+  return exact.sign();
+}
+
 }  // namespace
 
 cell_tree_builder_t::cell_tree_builder_t(const std::vector<tri_extension_t>& tris, std::uint32_t resolution,
@@ -69,6 +85,17 @@ bool cell_tree_builder_t::flat_in(const cell_t&, std::span<const std::uint32_t> 
   for (std::uint32_t i : list)
     if (!_planes.coplanar(first, i)) return false;
   return true;
+}
+
+bool cell_tree_builder_t::plane_only_touches(const cell_t& cell, std::span<const std::uint32_t> list) const {
+  const tri_extension_t& t = _tris[list.front()];
+  bool below = false, above = false;
+  for (int k = 0; k < 8; ++k) {
+    const int side = plane_side(t, cell, k);
+    below |= side < 0;
+    above |= side > 0;
+  }
+  return !(below && above);
 }
 
 std::optional<double> cell_tree_builder_t::reach(int axis, bool highest, std::span<const std::uint32_t> list) const {

@@ -31,8 +31,9 @@ std::shared_ptr<cube_node_t> tool_cells_t::cell(const cell_t& child, std::span<c
     const edge_tips_t tips = evaluate(child, list);
     if (!is_uniform_corner_word(tips.corners)) return leaf_over(child, list, tips);
     // A flat piece that crosses none of this cell's edges is looked for in
-    // the children.
-    if (finest) return nullptr;
+    // the children, unless its plane only touches the cell: a face on a
+    // cell plane would otherwise be searched down to the finest cells.
+    if (finest || plane_only_touches(child, list)) return nullptr;
   }
   return build(child, list);
 }
