@@ -24,6 +24,7 @@ using hit_list_t = std::vector<tip_candidate_t>;
 // that their storage outlives one cell.
 struct scratch_t {
   hit_list_t hits, group, first_touch;
+  std::vector<std::uint16_t> near;
 };
 
 struct edge_t {
@@ -43,12 +44,25 @@ edge_t edge_of(const cell_t& cell, int e) {
 }
 
 // Quick rejection in doubles: rounding is monotonic and lattice values are
-// exact, so a triangle whose double box misses the line or the span misses
-// it exactly too.
-bool may_meet(const tri_extension_t& t, const edge_t& edge) {
-  const grid_line_t& l = edge.line;
-  return component(t.lo, l.a1) <= l.u && l.u <= component(t.hi, l.a1) && component(t.lo, l.a2) <= l.v &&
-         l.v <= component(t.hi, l.a2) && component(t.lo, l.a) <= edge.hi && edge.lo <= component(t.hi, l.a);
+// exact, so a triangle whose double box misses a line or its span misses it
+// exactly too. Bit e is set for each edge e the box may meet; all twelve are
+// read off one look at the box.
+std::uint16_t edges_near(const tri_extension_t& t, const cell_t& cell) {
+  std::array<std::array<bool, 2>, 3> within;  // the cell's face planes the box spans
+  for (int a = 0; a < 3; ++a)
+    for (int high = 0; high < 2; ++high) {
+      const double f = cell.face_model(a, high);
+      within[a][high] = component(t.lo, a) <= f && f <= component(t.hi, a);
+    }
+  std::uint16_t near = 0;
+  for (int a = 0; a < 3; ++a) {
+    const int a1 = (a + 1) % 3, a2 = (a + 2) % 3;
+    const bool span = component(t.lo, a) <= cell.face_model(a, true) && cell.face_model(a, false) <= component(t.hi, a);
+    if (!span) continue;
+    for (int k = 0; k < 4; ++k)
+      if (within[a1][k & 1] && within[a2][k >> 1]) near |= static_cast<std::uint16_t>(1u << (4 * a + k));
+  }
+  return near;
 }
 
 void take_hit(edge_t& edge, hit_list_t& hits, const tri_extension_t& tri, edge_hit_t& hit) {
@@ -129,13 +143,17 @@ edge_tips_t evaluate_cell(const cell_t& cell, std::span<const std::uint32_t> lis
   edge_tips_t et;
   thread_local scratch_t scratch;
   hit_list_t& hits = scratch.hits;
+  std::vector<std::uint16_t>& near = scratch.near;
+  near.clear();
+  for (std::uint32_t i : list) near.push_back(edges_near(tris[i], cell));
   for (int e = 0; e < 12; ++e) {
     edge_t edge = edge_of(cell, e);
     hits.clear();
-    for (std::uint32_t i : list) {
+    for (std::size_t j = 0; j < list.size(); ++j) {
+      const std::uint32_t i = list[j];
       // Most triangles near a line miss it, and doubles prove it without
       // a visit to the shared memo.
-      if (!may_meet(tris[i], edge) || certainly_misses(tris[i], edge.line.a, edge.line.u, edge.line.v)) continue;
+      if (!((near[j] >> e) & 1) || certainly_misses(tris[i], edge.line.a, edge.line.u, edge.line.v)) continue;
       edge_hit_t& hit = memo.hit(i, edge.line.a, edge.cu, edge.cv);
       if (!hit.is_miss()) take_hit(edge, hits, tris[i], hit);
     }
