@@ -1,7 +1,8 @@
 # quvra_add_test_suite(<name> <sources>...): one GoogleTest executable per
 # subsystem, linked against the static archive so that tests reach internal
 # classes, with every test registered in ctest. Tests run in their own build
-# folder, where they may write files.
+# folder, where they may write files. Under ThreadSanitizer a report fails
+# the test, apart from the suppressed ones of tests/tsan.supp.
 find_package(GTest REQUIRED)
 include(GoogleTest)
 
@@ -13,5 +14,6 @@ function(quvra_add_test_suite name)
   gtest_discover_tests(${name}
     WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}
     DISCOVERY_TIMEOUT 60
-    PROPERTIES TIMEOUT 600)
+    PROPERTIES TIMEOUT 600
+      ENVIRONMENT "TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/tsan.supp:halt_on_error=1")
 endfunction()
