@@ -125,6 +125,21 @@ bool split_centre_line(split_grid_t& g, int a) {
   return g.set_line(a, 1, 1, t);
 }
 
+// For each edge: its axis, the two axes across it, and the offsets of its
+// low corner on those two; plans are made for every collapse a step tries.
+struct edge_place_t {
+  int a, a1, a2, o1, o2;
+};
+
+constexpr std::array<edge_place_t, 12> edge_places = [] {
+  std::array<edge_place_t, 12> places{};
+  for (int e = 0; e < 12; ++e) {
+    const int a = edge_axis(e), a1 = (a + 1) % 3, a2 = (a + 2) % 3, low = edge_low_corner(e);
+    places[e] = {a, a1, a2, (low >> a1) & 1, (low >> a2) & 1};
+  }
+  return places;
+}();
+
 child_plan_t child_of(const split_grid_t& g, int k) {
   const index3 base = {k & 1, (k >> 1) & 1, (k >> 2) & 1};
   child_plan_t child{0, {}};
@@ -132,8 +147,8 @@ child_plan_t child_of(const split_grid_t& g, int k) {
     child.corners = with_corner(child.corners, c,
                                 g.state({base[0] + (c & 1), base[1] + ((c >> 1) & 1), base[2] + ((c >> 2) & 1)}));
   for (int e = 0; e < 12; ++e) {
-    const int a = edge_axis(e), a1 = (a + 1) % 3, a2 = (a + 2) % 3, low = edge_low_corner(e);
-    child.tips[e] = g.tip(a, base[a], base[a1] + ((low >> a1) & 1), base[a2] + ((low >> a2) & 1));
+    const edge_place_t& p = edge_places[e];
+    child.tips[e] = g.tip(p.a, base[p.a], base[p.a1] + p.o1, base[p.a2] + p.o2);
   }
   return child;
 }
