@@ -25,6 +25,23 @@ struct hull_point_t {
 int orient3(const hull_point_t& a, const hull_point_t& b, const hull_point_t& c,
             const hull_point_t& p);
 
+// orient3 of many points against one plane a b c: the wrapping tests every
+// point in the search against the face it turns, so the plane's share of the
+// filter is worked out once. The same answers as orient3.
+class plane_orient_t {
+ public:
+  plane_orient_t(const hull_point_t& a, const hull_point_t& b, const hull_point_t& c);
+  int operator()(const hull_point_t& p) const;
+
+ private:
+  const hull_point_t* _a;
+  const hull_point_t* _b;
+  const hull_point_t* _c;
+  vec3d _normal;      // cross(b - a, c - a) in doubles
+  vec3d _size;        // its terms in absolute value, per coordinate of p - a
+  vec3d _wide_size;   // the same with the input errors of b - a and c - a
+};
+
 int side(const vec3fr& n, const vec3fr& x, const vec3fr& y, const vec3fr& p);
 
 bool collinear(const vec3fr& a, const vec3fr& b, const vec3fr& p);

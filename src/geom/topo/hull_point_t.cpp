@@ -31,32 +31,40 @@ vec3d widened(const diff_t& d) {
   return {a.x + d.err.x, a.y + d.err.y, a.z + d.err.z};
 }
 
-// The determinant's terms taken in absolute value.
-double permanent(const vec3d& u, const vec3d& v, const vec3d& w) {
-  return (u.y * v.z + u.z * v.y) * w.x + (u.z * v.x + u.x * v.z) * w.y + (u.x * v.y + u.y * v.x) * w.z;
+// The determinant's terms taken in absolute value, as a vector to dot with
+// the third row.
+vec3d permanent_row(const vec3d& u, const vec3d& v) {
+  return {u.y * v.z + u.z * v.y, u.z * v.x + u.x * v.z, u.x * v.y + u.y * v.x};
 }
 
-// The sign of det[u; v; w] when the doubles prove it, else 2.
-int filtered_sign(const diff_t& u, const diff_t& v, const diff_t& w) {
-  const double det = (u.v.y * v.v.z - u.v.z * v.v.y) * w.v.x + (u.v.z * v.v.x - u.v.x * v.v.z) * w.v.y +
-                     (u.v.x * v.v.y - u.v.y * v.v.x) * w.v.z;
-  const double exact_size = permanent(abs_of(u.v), abs_of(v.v), abs_of(w.v));
-  const double widened_size = permanent(widened(u), widened(v), widened(w));
+double dot_of(const vec3d& a, const vec3d& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
+
+}  // namespace
+
+plane_orient_t::plane_orient_t(const hull_point_t& a, const hull_point_t& b, const hull_point_t& c)
+    : _a(&a), _b(&b), _c(&c) {
+  const diff_t u = diff(b.approx, a.approx), v = diff(c.approx, a.approx);
+  _normal = {u.v.y * v.v.z - u.v.z * v.v.y, u.v.z * v.v.x - u.v.x * v.v.z, u.v.x * v.v.y - u.v.y * v.v.x};
+  _size = permanent_row(abs_of(u.v), abs_of(v.v));
+  _wide_size = permanent_row(widened(u), widened(v));
+}
+
+int plane_orient_t::operator()(const hull_point_t& p) const {
+  const diff_t w = diff(p.approx, _a->approx);
+  const double det = dot_of(_normal, w.v);
+  const double exact_size = dot_of(_size, abs_of(w.v));
+  const double widened_size = dot_of(_wide_size, widened(w));
   // Multilinear and monotone: the widening's growth bounds what the input
   // errors can do to the determinant, the rest is rounding.
   const double bound = 3 * (widened_size - exact_size) + product_error * widened_size;
   if (det > bound) return 1;
   if (det < -bound) return -1;
-  return 2;
+  return dot(cross(_b->pos - _a->pos, _c->pos - _a->pos), p.pos - _a->pos).sign();
 }
-
-}  // namespace
 
 int orient3(const hull_point_t& a, const hull_point_t& b, const hull_point_t& c,
             const hull_point_t& p) {
-  const int s = filtered_sign(diff(b.approx, a.approx), diff(c.approx, a.approx), diff(p.approx, a.approx));
-  if (s != 2) return s;
-  return dot(cross(b.pos - a.pos, c.pos - a.pos), p.pos - a.pos).sign();
+  return plane_orient_t(a, b, c)(p);
 }
 
 int side(const vec3fr& n, const vec3fr& x, const vec3fr& y, const vec3fr& p) {

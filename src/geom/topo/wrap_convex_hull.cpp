@@ -1,5 +1,6 @@
 #include "geom/topo/wrap_convex_hull.h"
 
+#include <optional>
 #include <unordered_map>
 
 #include "geom/topo/hull_face.h"
@@ -114,21 +115,25 @@ class hull_wrapper {
   face_tris_t _face_beyond(hull_index_t a, hull_index_t b, bool* flat) {
     hull_index_t c = 0;
     bool have_c = false;
+    std::optional<plane_orient_t> plane;
     std::vector<hull_index_t> coplanar;
     _for_each_active([&](hull_index_t p) {
       if (p == a || p == b) return;
       if (!have_c) {
-        if (collinear(_pts[a].pos, _pts[b].pos, _pts[p].pos))
+        if (collinear(_pts[a].pos, _pts[b].pos, _pts[p].pos)) {
           coplanar.push_back(p);
-        else
+        } else {
           c = p, have_c = true;
+          plane.emplace(_pts[b], _pts[a], _pts[c]);
+        }
         return;
       }
-      const int o = orient3(_pts[b], _pts[a], _pts[c], _pts[p]);
+      const int o = (*plane)(_pts[p]);
       if (o > 0) {
         // Points of the old plane lie inside the new one, except those on
         // the line a b, which lie in every plane through it.
-        std::erase_if(coplanar, [&](hull_index_t q) { return orient3(_pts[b], _pts[a], _pts[p], _pts[q]) != 0; });
+        plane.emplace(_pts[b], _pts[a], _pts[p]);
+        std::erase_if(coplanar, [&](hull_index_t q) { return (*plane)(_pts[q]) != 0; });
         c = p;
       } else if (o == 0) {
         coplanar.push_back(p);
