@@ -42,7 +42,15 @@ class plane_orient_t {
   vec3d _wide_size;   // the same with the input errors of b - a and c - a
 };
 
-int side(const vec3fr& n, const vec3fr& x, const vec3fr& y, const vec3fr& p);
+// A face's normal, with its doubles for the filter of side().
+struct face_normal_t {
+  vec3fr exact;
+  vec3d approx;
+
+  explicit face_normal_t(vec3fr n) : exact(std::move(n)), approx(to_vec3d(exact)) {}
+};
+
+int side(const face_normal_t& n, const hull_point_t& x, const hull_point_t& y, const hull_point_t& p);
 
 bool collinear(const vec3fr& a, const vec3fr& b, const vec3fr& p);
 

@@ -10,10 +10,10 @@ namespace {
 // q: p turns less to the left from the incoming direction `in`, or lies on
 // q's ray nearer to cur. Of opposite collinear rays, the one straight ahead
 // wins.
-bool turns_less(const std::vector<hull_point_t>& pts, const vec3fr& n, hull_index_t cur,
+bool turns_less(const std::vector<hull_point_t>& pts, const face_normal_t& n, hull_index_t cur,
                 const vec3fr& in, hull_index_t q, hull_index_t p) {
   const vec3fr& c = pts[cur].pos;
-  const int s = side(n, c, pts[q].pos, pts[p].pos);
+  const int s = side(n, pts[cur], pts[q], pts[p]);
   if (s != 0) return s < 0;
   const vec3fr dp = pts[p].pos - c;
   const vec3fr dq = pts[q].pos - c;
@@ -22,12 +22,12 @@ bool turns_less(const std::vector<hull_point_t>& pts, const vec3fr& n, hull_inde
 }
 
 // Left of b -> a, or on its line outside the segment.
-bool beyond_edge(const std::vector<hull_point_t>& pts, const vec3fr& n, hull_index_t b, hull_index_t a,
+bool beyond_edge(const std::vector<hull_point_t>& pts, const face_normal_t& n, hull_index_t b, hull_index_t a,
                  hull_index_t p) {
   const vec3fr& pb = pts[b].pos;
   const vec3fr& pa = pts[a].pos;
   const vec3fr& pp = pts[p].pos;
-  const int s = side(n, pb, pa, pp);
+  const int s = side(n, pts[b], pts[a], pts[p]);
   if (s != 0) return s > 0;
   return dot(pp - pb, pa - pb).sign() < 0 || dot(pp - pa, pb - pa).sign() < 0;
 }
@@ -36,7 +36,8 @@ bool beyond_edge(const std::vector<hull_point_t>& pts, const vec3fr& n, hull_ind
 
 std::vector<hull_index_t> hull_face_polygon(const std::vector<hull_point_t>& pts, hull_index_t b,
                                             hull_index_t a, const std::vector<hull_index_t>& others,
-                                            const vec3fr& n) {
+                                            const vec3fr& normal) {
+  const face_normal_t n(normal);
   std::vector<hull_index_t> pool;
   for (hull_index_t p : others)
     if (beyond_edge(pts, n, b, a, p)) pool.push_back(p);
@@ -65,11 +66,12 @@ std::vector<hull_index_t> hull_face_polygon(const std::vector<hull_point_t>& pts
 
 std::vector<std::array<hull_index_t, 3>> triangulate_convex(const std::vector<hull_point_t>& pts,
                                                             std::vector<hull_index_t> polygon,
-                                                            const vec3fr& n) {
+                                                            const vec3fr& normal) {
+  const face_normal_t n(normal);
   const auto at = [&](std::size_t i) { return polygon[i % polygon.size()]; };
   const auto is_corner = [&](std::size_t i) {
     const std::size_t k = polygon.size();
-    return side(n, pts[at(i + k - 1)].pos, pts[at(i)].pos, pts[at(i + 1)].pos) > 0;
+    return side(n, pts[at(i + k - 1)], pts[at(i)], pts[at(i + 1)]) > 0;
   };
   std::vector<bool> corner(polygon.size());
   for (std::size_t i = 0; i < polygon.size(); ++i) corner[i] = is_corner(i);

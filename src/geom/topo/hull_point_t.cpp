@@ -39,6 +39,24 @@ vec3d permanent_row(const vec3d& u, const vec3d& v) {
 
 double dot_of(const vec3d& a, const vec3d& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
 
+// Whether the doubles prove the sign of det, given the determinant's terms
+// in absolute value with and without the input errors: the sign, else 2.
+// The determinant is multilinear and monotone, so the widening's growth
+// bounds what the input errors can do to it; the rest is rounding.
+int proven_sign(double det, double exact_size, double widened_size) {
+  const double bound = 3 * (widened_size - exact_size) + product_error * widened_size;
+  if (det > bound) return 1;
+  if (det < -bound) return -1;
+  return 2;
+}
+
+// The sign of det[u; v; w] when the doubles prove it, else 2.
+int filtered_sign(const diff_t& u, const diff_t& v, const diff_t& w) {
+  const vec3d normal = {u.v.y * v.v.z - u.v.z * v.v.y, u.v.z * v.v.x - u.v.x * v.v.z, u.v.x * v.v.y - u.v.y * v.v.x};
+  return proven_sign(dot_of(normal, w.v), dot_of(permanent_row(abs_of(u.v), abs_of(v.v)), abs_of(w.v)),
+                     dot_of(permanent_row(widened(u), widened(v)), widened(w)));
+}
+
 }  // namespace
 
 plane_orient_t::plane_orient_t(const hull_point_t& a, const hull_point_t& b, const hull_point_t& c)
@@ -51,14 +69,8 @@ plane_orient_t::plane_orient_t(const hull_point_t& a, const hull_point_t& b, con
 
 int plane_orient_t::operator()(const hull_point_t& p) const {
   const diff_t w = diff(p.approx, _a->approx);
-  const double det = dot_of(_normal, w.v);
-  const double exact_size = dot_of(_size, abs_of(w.v));
-  const double widened_size = dot_of(_wide_size, widened(w));
-  // Multilinear and monotone: the widening's growth bounds what the input
-  // errors can do to the determinant, the rest is rounding.
-  const double bound = 3 * (widened_size - exact_size) + product_error * widened_size;
-  if (det > bound) return 1;
-  if (det < -bound) return -1;
+  const int s = proven_sign(dot_of(_normal, w.v), dot_of(_size, abs_of(w.v)), dot_of(_wide_size, widened(w)));
+  if (s != 2) return s;
   return dot(cross(_b->pos - _a->pos, _c->pos - _a->pos), p.pos - _a->pos).sign();
 }
 
@@ -67,8 +79,13 @@ int orient3(const hull_point_t& a, const hull_point_t& b, const hull_point_t& c,
   return plane_orient_t(a, b, c)(p);
 }
 
-int side(const vec3fr& n, const vec3fr& x, const vec3fr& y, const vec3fr& p) {
-  return dot(n, cross(y - x, p - x)).sign();
+int side(const face_normal_t& n, const hull_point_t& x, const hull_point_t& y, const hull_point_t& p) {
+  // det[y - x; p - x; n]; the normal's doubles are off by its conversion.
+  const diff_t normal = {n.approx, {input_error * std::fabs(n.approx.x), input_error * std::fabs(n.approx.y),
+                                    input_error * std::fabs(n.approx.z)}};
+  const int s = filtered_sign(diff(y.approx, x.approx), diff(p.approx, x.approx), normal);
+  if (s != 2) return s;
+  return dot(n.exact, cross(y.pos - x.pos, p.pos - x.pos)).sign();
 }
 
 bool collinear(const vec3fr& a, const vec3fr& b, const vec3fr& p) { return is_parallel(b - a, p - a); }
