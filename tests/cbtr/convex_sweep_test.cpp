@@ -66,6 +66,24 @@ TEST(wrap_convex_hull, seeds_give_the_same_hull_and_a_contradicting_seed_is_drop
   expect_unit_cube(hull_tris(*geom::wrap_convex_hull(pts, {{0, 26, 8}, {0, 6, 24}})));
 }
 
+TEST(wrap_convex_hull, many_inner_and_face_points_leave_the_cube_of_its_corners) {
+  // Enough points that whole boxes of them are passed over behind the faces
+  // as they turn; none of them may hide a corner.
+  std::vector<geom::vec3fr> pts;
+  unsigned state = 12345;
+  const auto next = [&] {
+    state = state * 1103515245u + 12345u;
+    return static_cast<int>((state >> 16) % 63) + 1;
+  };
+  for (int i = 0; i < 600; ++i) {
+    std::array<double, 3> p = {next() / 64.0, next() / 64.0, next() / 64.0};
+    if (i % 4 == 0) p[static_cast<std::size_t>(i / 4 % 3)] = i % 8 == 0 ? 0.0 : 1.0;
+    pts.push_back(exact_point(p[0], p[1], p[2]));
+  }
+  for (int k = 0; k < 8; ++k) pts.push_back(exact_point(k & 1, (k >> 1) & 1, (k >> 2) & 1));
+  expect_unit_cube(hull_tris(*geom::wrap_convex_hull(pts, {})));
+}
+
 TEST(wrap_convex_hull, points_in_one_plane_give_an_empty_hull) {
   std::vector<geom::vec3fr> flat;
   for (int i = 0; i < 5; ++i) flat.push_back(exact_point(i, i * i, 0));

@@ -32,6 +32,9 @@ class plane_orient_t {
  public:
   plane_orient_t(const hull_point_t& a, const hull_point_t& b, const hull_point_t& c);
   int operator()(const hull_point_t& p) const;
+  // Whether doubles prove every point whose doubles lie in the box lo..hi
+  // strictly behind the plane, as operator() would find each of them.
+  bool surely_behind(const vec3d& lo, const vec3d& hi) const;
 
  private:
   const hull_point_t* _a;

@@ -74,6 +74,28 @@ int plane_orient_t::operator()(const hull_point_t& p) const {
   return dot(cross(_b->pos - _a->pos, _c->pos - _a->pos), p.pos - _a->pos).sign();
 }
 
+bool plane_orient_t::surely_behind(const vec3d& lo, const vec3d& hi) const {
+  // The determinant is linear in p - a, and each bound of operator() grows
+  // with |p - a| and |p|: their largest values over the box bound them all.
+  const vec3d& a = _a->approx;
+  double most = 0, growth = 0, widened_size = 0, terms = 0;
+  for (int k = 0; k < 3; ++k) {
+    const double ak = k == 0 ? a.x : k == 1 ? a.y : a.z;
+    const double n = k == 0 ? _normal.x : k == 1 ? _normal.y : _normal.z;
+    const double size = k == 0 ? _size.x : k == 1 ? _size.y : _size.z;
+    const double wide = k == 0 ? _wide_size.x : k == 1 ? _wide_size.y : _wide_size.z;
+    const double l = (k == 0 ? lo.x : k == 1 ? lo.y : lo.z) - ak, h = (k == 0 ? hi.x : k == 1 ? hi.y : hi.z) - ak;
+    const double w = std::max(std::fabs(l), std::fabs(h));
+    const double input = input_error * (std::max(std::fabs(l + ak), std::fabs(h + ak)) + std::fabs(ak));
+    most += std::max(n * l, n * h);
+    // widened - exact, termwise: (wide - size) |w| + wide * input.
+    growth += (wide - size) * w + wide * input;
+    widened_size += wide * (w + input);
+    terms += std::fabs(n) * w;
+  }
+  return most + 3 * growth + product_error * widened_size + 2 * product_error * terms < 0;
+}
+
 int orient3(const hull_point_t& a, const hull_point_t& b, const hull_point_t& c,
             const hull_point_t& p) {
   return plane_orient_t(a, b, c)(p);

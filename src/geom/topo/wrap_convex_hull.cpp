@@ -4,6 +4,7 @@
 #include <unordered_map>
 
 #include "geom/topo/hull_face.h"
+#include "geom/topo/hull_point_tree.h"
 #include "geom/topo/hull_start.h"
 
 namespace geom {
@@ -21,8 +22,8 @@ using face_tris_t = std::vector<std::array<hull_index_t, 3>>;
 // all its triangles close around is done.
 class hull_wrapper {
  public:
-  explicit hull_wrapper(const std::vector<hull_point_t>& pts)
-      : _pts(pts), _mesh(std::make_unique<topo_stl3wfr_t>(std::vector<topo_stl3wfr_t::exact_tri_t>{})) {
+  hull_wrapper(const std::vector<hull_point_t>& pts, const hull_point_tree_t& tree)
+      : _pts(pts), _tree(tree), _mesh(std::make_unique<topo_stl3wfr_t>(std::vector<topo_stl3wfr_t::exact_tri_t>{})) {
     const std::size_t n = pts.size();
     // A closed hull of n points has at most 2n - 4 triangles and three
     // times as many lines.
@@ -31,8 +32,6 @@ class hull_wrapper {
     _mesh->tri_stock().reserve(2 * n);
     _mesh_point.assign(n, nullptr);
     _open.assign(n, 0);
-    _active.reserve(n);
-    for (hull_index_t i = 0; i < n; ++i) _active.push_back(i);
   }
 
   // Seeds first, then the extreme point if no seed was usable. False when
@@ -111,14 +110,22 @@ class hull_wrapper {
   // Rotates the plane about the edge a b away from the face that owns
   // a -> b until it meets points: the one met first, with every point met
   // at the same time, makes the face (b, a, c, ...). flat, when asked,
-  // comes back true if no point at all lies inside that plane.
+  // comes back true if no point at all lies inside that plane. The plane
+  // only turns outwards, so a box of points behind it stays behind.
   face_tris_t _face_beyond(hull_index_t a, hull_index_t b, bool* flat) {
     hull_index_t c = 0;
     bool have_c = false;
     std::optional<plane_orient_t> plane;
     std::vector<hull_index_t> coplanar;
-    _for_each_active([&](hull_index_t p) {
-      if (p == a || p == b) return;
+    const auto behind = [&](const vec3d& lo, const vec3d& hi) { return plane && plane->surely_behind(lo, hi); };
+    const auto passed_over = [&](const vec3d&, const vec3d&) {
+      if (flat) *flat = false;
+    };
+    const vec3d& pa = _pts[a].approx;
+    const vec3d& pb = _pts[b].approx;
+    const vec3d middle = {(pa.x + pb.x) / 2, (pa.y + pb.y) / 2, (pa.z + pb.z) / 2};
+    _tree.walk(behind, passed_over, [&](hull_index_t p) {
+      if (p == a || p == b || _done(p)) return;
       if (!have_c) {
         if (collinear(_pts[a].pos, _pts[b].pos, _pts[p].pos)) {
           coplanar.push_back(p);
@@ -140,7 +147,7 @@ class hull_wrapper {
       } else if (flat) {
         *flat = false;
       }
-    });
+    }, middle);
     if (!have_c) return {};
     const vec3fr n = cross(_pts[a].pos - _pts[b].pos, _pts[c].pos - _pts[b].pos);
     coplanar.push_back(c);
@@ -155,20 +162,7 @@ class hull_wrapper {
     QV_ABORT("wrap_convex_hull: a line is missing from its triangle");
   }
 
-  // Calls fn for every point still in the search, dropping finished ones.
-  template <class Fn>
-  void _for_each_active(Fn&& fn) {
-    for (std::size_t i = 0; i < _active.size();) {
-      const hull_index_t p = _active[i];
-      if (_mesh_point[p] && _open[p] == 0) {
-        _active[i] = _active.back();
-        _active.pop_back();
-        continue;
-      }
-      fn(p);
-      ++i;
-    }
-  }
+  bool _done(hull_index_t p) const { return _mesh_point[p] && _open[p] == 0; }
 
   bool _conflicts(const face_tris_t& face) const {
     for (const auto& t : face)
@@ -209,11 +203,11 @@ class hull_wrapper {
   }
 
   const std::vector<hull_point_t>& _pts;
+  const hull_point_tree_t& _tree;
   std::unique_ptr<topo_stl3wfr_t> _mesh;
   std::vector<point_t*> _mesh_point;
   std::unordered_map<const point_t*, hull_index_t> _index;
   std::vector<int> _open;  // open lines at each point
-  std::vector<hull_index_t> _active;
   std::vector<line_t*> _queue;
 };
 
@@ -224,9 +218,10 @@ std::unique_ptr<topo_stl3wfr_t> wrap_convex_hull(const std::vector<vec3fr>& poin
   std::vector<hull_point_t> pts;
   pts.reserve(points.size());
   for (const vec3fr& p : points) pts.emplace_back(p);
-  hull_wrapper seeded(pts);
+  const hull_point_tree_t tree(pts);
+  hull_wrapper seeded(pts, tree);
   if (seeded.run(seeds) && (seeds.empty() || seeded.is_hull())) return seeded.take();
-  hull_wrapper plain(pts);
+  hull_wrapper plain(pts, tree);
   QV_CHECK(plain.run({}), "wrap_convex_hull: a face of the exact hull reuses a line");
   return plain.take();
 }
