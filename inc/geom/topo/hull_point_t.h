@@ -55,6 +55,7 @@ struct face_normal_t {
 
 int side(const face_normal_t& n, const hull_point_t& x, const hull_point_t& y, const hull_point_t& p);
 
-bool collinear(const vec3fr& a, const vec3fr& b, const vec3fr& p);
+// Exact; doubles first prove the points apart where they can.
+bool collinear(const hull_point_t& a, const hull_point_t& b, const hull_point_t& p);
 
 }  // namespace geom

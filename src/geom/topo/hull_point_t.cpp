@@ -110,6 +110,27 @@ int side(const face_normal_t& n, const hull_point_t& x, const hull_point_t& y, c
   return dot(n.exact, cross(y.pos - x.pos, p.pos - x.pos)).sign();
 }
 
-bool collinear(const vec3fr& a, const vec3fr& b, const vec3fr& p) { return is_parallel(b - a, p - a); }
+namespace {
+
+// Whether one coordinate u1 v2 - u2 v1 of a cross product of differences is
+// surely not zero: the widened terms bound what input errors and rounding
+// can do to it.
+bool surely_nonzero(double u1, double e1, double v2, double f2, double u2, double e2, double v1, double f1) {
+  const double value = u1 * v2 - u2 * v1;
+  const double a = std::fabs(u1) * std::fabs(v2), b = std::fabs(u2) * std::fabs(v1);
+  const double wide_a = (std::fabs(u1) + e1) * (std::fabs(v2) + f2), wide_b = (std::fabs(u2) + e2) * (std::fabs(v1) + f1);
+  return std::fabs(value) > (wide_a - a) + (wide_b - b) + product_error * (wide_a + wide_b);
+}
+
+}  // namespace
+
+bool collinear(const hull_point_t& a, const hull_point_t& b, const hull_point_t& p) {
+  const diff_t u = diff(b.approx, a.approx), v = diff(p.approx, a.approx);
+  if (surely_nonzero(u.v.y, u.err.y, v.v.z, v.err.z, u.v.z, u.err.z, v.v.y, v.err.y) ||
+      surely_nonzero(u.v.z, u.err.z, v.v.x, v.err.x, u.v.x, u.err.x, v.v.z, v.err.z) ||
+      surely_nonzero(u.v.x, u.err.x, v.v.y, v.err.y, u.v.y, u.err.y, v.v.x, v.err.x))
+    return false;
+  return is_parallel(b.pos - a.pos, p.pos - a.pos);
+}
 
 }  // namespace geom

@@ -80,7 +80,7 @@ class hull_wrapper {
  private:
   void _add_seed(const hull_seed_t& s) {
     if (s[0] == s[1] || s[1] == s[2] || s[2] == s[0]) return;
-    if (collinear(_pts[s[0]].pos, _pts[s[1]].pos, _pts[s[2]].pos)) return;
+    if (collinear(_pts[s[0]], _pts[s[1]], _pts[s[2]])) return;
     const face_tris_t face = {s};
     if (_conflicts(face)) return;
     _add_face(face);
@@ -127,7 +127,7 @@ class hull_wrapper {
     _tree.walk(behind, passed_over, [&](hull_index_t p) {
       if (p == a || p == b || _done(p)) return;
       if (!have_c) {
-        if (collinear(_pts[a].pos, _pts[b].pos, _pts[p].pos)) {
+        if (collinear(_pts[a], _pts[b], _pts[p])) {
           coplanar.push_back(p);
         } else {
           c = p, have_c = true;
