@@ -7,7 +7,7 @@ namespace geom {
 
 namespace {
 
-constexpr std::uint32_t leaf_size = 8;
+constexpr std::uint32_t leaf_size = 16;
 
 double axis_of(const vec3d& v, int a) { return a == 0 ? v.x : a == 1 ? v.y : v.z; }
 

@@ -211,6 +211,23 @@ class hull_wrapper {
   std::vector<line_t*> _queue;
 };
 
+// Whether every point but the seed's own corners lies strictly behind the
+// seed's plane: then it is a face of the hull, alone in its plane. Seeds are
+// only believed to lie on the hull, and one wrong seed would cost a whole
+// second wrapping without any.
+bool seed_holds(const std::vector<hull_point_t>& pts, const hull_point_tree_t& tree, const hull_seed_t& s) {
+  if (s[0] == s[1] || s[1] == s[2] || s[2] == s[0] || collinear(pts[s[0]], pts[s[1]], pts[s[2]])) return false;
+  const plane_orient_t plane(pts[s[0]], pts[s[1]], pts[s[2]]);
+  bool holds = true;
+  tree.walk([&](const vec3d& lo, const vec3d& hi) { return !holds || plane.surely_behind(lo, hi); },
+            [](const vec3d&, const vec3d&) {},
+            [&](hull_index_t p) {
+              if (p != s[0] && p != s[1] && p != s[2] && plane(pts[p]) >= 0) holds = false;
+            },
+            pts[s[0]].approx);
+  return holds;
+}
+
 }  // namespace
 
 std::unique_ptr<topo_stl3wfr_t> wrap_convex_hull(const std::vector<vec3fr>& points,
@@ -219,8 +236,11 @@ std::unique_ptr<topo_stl3wfr_t> wrap_convex_hull(const std::vector<vec3fr>& poin
   pts.reserve(points.size());
   for (const vec3fr& p : points) pts.emplace_back(p);
   const hull_point_tree_t tree(pts);
+  std::vector<hull_seed_t> faces;
+  for (const hull_seed_t& s : seeds)
+    if (seed_holds(pts, tree, s)) faces.push_back(s);
   hull_wrapper seeded(pts, tree);
-  if (seeded.run(seeds) && (seeds.empty() || seeded.is_hull())) return seeded.take();
+  if (seeded.run(faces) && (faces.empty() || seeded.is_hull())) return seeded.take();
   hull_wrapper plain(pts, tree);
   QV_CHECK(plain.run({}), "wrap_convex_hull: a face of the exact hull reuses a line");
   return plain.take();
