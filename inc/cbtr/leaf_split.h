@@ -18,6 +18,7 @@
 #include <optional>
 
 #include "cbtr/cell_t.h"
+#include "cbtr/cell_surface.h"
 #include "cbtr/cube_node_t.h"
 
 namespace cbtr {
@@ -41,5 +42,7 @@ bool split_leaf(const std::shared_ptr<cube_node_t>& leaf, std::uint32_t mode);
 // splitting one leaf with the branch's own word and tips would give; if so
 // the branch becomes that leaf.
 bool try_collapse(cube_node_t& branch, std::uint32_t mode);
+// The same with the branch's children as the caller has them already.
+bool try_collapse(cube_node_t& branch, std::uint32_t mode, const child_snapshot_t& children);
 
 }  // namespace cbtr

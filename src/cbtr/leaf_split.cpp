@@ -217,7 +217,10 @@ bool split_leaf(const std::shared_ptr<cube_node_t>& leaf, std::uint32_t mode) {
 }
 
 bool try_collapse(cube_node_t& branch, std::uint32_t mode) {
-  const child_snapshot_t children = snapshot_children(branch);
+  return try_collapse(branch, mode, snapshot_children(branch));
+}
+
+bool try_collapse(cube_node_t& branch, std::uint32_t mode, const child_snapshot_t& children) {
   const auto plan = plan_split(cell_of(branch), branch.corners, branch.tips, mode);
   if (!plan) return false;
   for (int k = 0; k < 8; ++k)

@@ -89,7 +89,12 @@ class step_runner_t {
   void second_pass(const std::shared_ptr<cube_node_t>& stock, std::uint32_t tool_word, int k, pass_t& pass);
   bool merge_material(cube_node_t& leaf, const cube_node_t& tool) const;
   void turn_to_material(cube_node_t& tool) const;
-  void finish_level(const std::shared_ptr<cube_node_t>& stock, level_t& result);
+  void finish_level(const std::shared_ptr<cube_node_t>& stock, const child_snapshot_t& kids, level_t& result);
+  // The stock's child k becomes node, in the tree and in the level's snapshot.
+  static void set_child(cube_node_t& stock, int k, const std::shared_ptr<cube_node_t>& node, pass_t& pass) {
+    (*stock.children.load())[k].store(node);
+    pass.stock[k] = node;
+  }
 
   tool_cells_t& _builder;
   std::uint32_t _limit;
@@ -132,7 +137,7 @@ level_t step_runner_t::branch(const std::shared_ptr<cube_node_t>& stock, const c
     for (int k = 0; k < 8; ++k)
       if (!(pass.recursed >> k & 1)) second_pass(stock, *result.word, k, pass);
   if (pass.removed) result.bits |= removed;
-  if (pass.changed) finish_level(stock, result);
+  if (pass.changed) finish_level(stock, pass.stock, result);
   return result;
 }
 
@@ -169,7 +174,7 @@ bool step_runner_t::recurse(const std::shared_ptr<cube_node_t>& stock, const cel
     return false;
   }
   pass.recursed |= 1u << k;
-  if (r.bits & remove_me) (*stock->children.load())[k].store(nullptr);
+  if (r.bits & remove_me) set_child(*stock, k, nullptr, pass);
   pass.changed |= (r.bits & changed) != 0;
   pass.removed |= (r.bits & removed) != 0;
   return (r.bits & changed) != 0;
@@ -269,13 +274,12 @@ void step_runner_t::second_pass(const std::shared_ptr<cube_node_t>& stock, std::
   if (pass.skip >> k & 1) return;
   const std::shared_ptr<cube_node_t>& child = pass.stock[k];
   const std::shared_ptr<cube_node_t>& tool = pass.delta[k];
-  auto& slot = (*stock->children.load())[k];
   if (!tool) {
     // A cell the tool's surface doesn't reach, inside the tool or out of
     // it, or one of empty material.
     if (corner_of(tool_word, k) != corner_solid || material_air(child, *stock, k)) return;
     pass.removed = pass.removed || !child || material_volume(*child);
-    slot.store(nullptr);
+    set_child(*stock, k, nullptr, pass);
     pass.changed = true;
     return;
   }
@@ -287,7 +291,7 @@ void step_runner_t::second_pass(const std::shared_ptr<cube_node_t>& stock, std::
     pass.changed = true;
     pass.removed |= takes_volume;
     if (seen(child->corners) == corners_all_air) {
-      slot.store(nullptr);
+      set_child(*stock, k, nullptr, pass);
     } else {
       forget_caches(*child);
       if (_options.want_contours) {
@@ -304,7 +308,7 @@ void step_runner_t::second_pass(const std::shared_ptr<cube_node_t>& stock, std::
   pass.removed = pass.removed || _options.touch_counts || holds_volume(*tool);
   turn_to_material(*tool);
   tool->parent = stock;
-  slot.store(tool);
+  set_child(*stock, k, tool, pass);
 }
 
 void step_runner_t::empty_node(cube_node_t& node) const {
@@ -314,10 +318,11 @@ void step_runner_t::empty_node(cube_node_t& node) const {
   for (auto& tip : node.tips) tip = no_tip;
 }
 
-void step_runner_t::finish_level(const std::shared_ptr<cube_node_t>& stock, level_t& result) {
+// kids is the level's snapshot, kept up to date through its changes.
+void step_runner_t::finish_level(const std::shared_ptr<cube_node_t>& stock, const child_snapshot_t& kids,
+                                 level_t& result) {
   result.bits |= changed;
   stock->neighbours.reset();
-  const child_snapshot_t kids = snapshot_children(*stock);
   const std::optional<std::uint32_t> word = branch_corner_word(kids);
   forget_caches(*stock);
   if (!word) {
@@ -330,7 +335,7 @@ void step_runner_t::finish_level(const std::shared_ptr<cube_node_t>& stock, leve
   adopt_children(stock);
   bool all_cells = true;
   for (const auto& kid : kids) all_cells &= !kid || !is_branch(*kid);
-  if (all_cells) try_collapse(*stock, split_mode);
+  if (all_cells) try_collapse(*stock, split_mode, kids);
 }
 
 // The stock's resolution grows to the step's; a null or uniform root, or a
