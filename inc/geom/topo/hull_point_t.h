@@ -11,15 +11,21 @@
 //   side(n, x, y, p)     the same in the plane of normal n: +1 when p lies
 //                        left of x -> y seen from the tip of n
 
+#include <cmath>
+
 #include "geom/fraction_geom_util"
 
 namespace geom {
 
 struct hull_point_t {
   vec3fr pos;
-  vec3d approx;  // pos in doubles, for the filter
+  vec3d approx;     // pos in doubles, for the filter
+  vec3d magnitude;  // |approx| per coordinate, which the filter's error grows with
 
-  explicit hull_point_t(vec3fr p) : pos(std::move(p)), approx(to_vec3d(pos)) {}
+  explicit hull_point_t(vec3fr p)
+      : pos(std::move(p)),
+        approx(to_vec3d(pos)),
+        magnitude{std::fabs(approx.x), std::fabs(approx.y), std::fabs(approx.z)} {}
 };
 
 int orient3(const hull_point_t& a, const hull_point_t& b, const hull_point_t& c,

@@ -19,10 +19,10 @@ struct diff_t {
   vec3d err;  // a bound on each coordinate's error
 };
 
-diff_t diff(const vec3d& p, const vec3d& q) {
-  return {{p.x - q.x, p.y - q.y, p.z - q.z},
-          {input_error * (std::fabs(p.x) + std::fabs(q.x)), input_error * (std::fabs(p.y) + std::fabs(q.y)),
-           input_error * (std::fabs(p.z) + std::fabs(q.z))}};
+diff_t diff(const hull_point_t& p, const hull_point_t& q) {
+  return {{p.approx.x - q.approx.x, p.approx.y - q.approx.y, p.approx.z - q.approx.z},
+          {input_error * (p.magnitude.x + q.magnitude.x), input_error * (p.magnitude.y + q.magnitude.y),
+           input_error * (p.magnitude.z + q.magnitude.z)}};
 }
 
 vec3d abs_of(const vec3d& v) { return {std::fabs(v.x), std::fabs(v.y), std::fabs(v.z)}; }
@@ -61,14 +61,14 @@ int filtered_sign(const diff_t& u, const diff_t& v, const diff_t& w) {
 
 plane_orient_t::plane_orient_t(const hull_point_t& a, const hull_point_t& b, const hull_point_t& c)
     : _a(&a), _b(&b), _c(&c) {
-  const diff_t u = diff(b.approx, a.approx), v = diff(c.approx, a.approx);
+  const diff_t u = diff(b, a), v = diff(c, a);
   _normal = {u.v.y * v.v.z - u.v.z * v.v.y, u.v.z * v.v.x - u.v.x * v.v.z, u.v.x * v.v.y - u.v.y * v.v.x};
   _size = permanent_row(abs_of(u.v), abs_of(v.v));
   _wide_size = permanent_row(widened(u), widened(v));
 }
 
 int plane_orient_t::operator()(const hull_point_t& p) const {
-  const diff_t w = diff(p.approx, _a->approx);
+  const diff_t w = diff(p, *_a);
   const int s = proven_sign(dot_of(_normal, w.v), dot_of(_size, abs_of(w.v)), dot_of(_wide_size, widened(w)));
   if (s != 2) return s;
   return dot(cross(_b->pos - _a->pos, _c->pos - _a->pos), p.pos - _a->pos).sign();
@@ -78,20 +78,20 @@ bool plane_orient_t::surely_behind(const vec3d& lo, const vec3d& hi) const {
   // The determinant is linear in p - a, and each bound of operator() grows
   // with |p - a| and |p|: their largest values over the box bound them all.
   const vec3d& a = _a->approx;
+  const double a_k[3] = {a.x, a.y, a.z}, a_mag[3] = {_a->magnitude.x, _a->magnitude.y, _a->magnitude.z};
+  const double n_k[3] = {_normal.x, _normal.y, _normal.z};
+  const double size_k[3] = {_size.x, _size.y, _size.z}, wide_k[3] = {_wide_size.x, _wide_size.y, _wide_size.z};
+  const double lo_k[3] = {lo.x, lo.y, lo.z}, hi_k[3] = {hi.x, hi.y, hi.z};
   double most = 0, growth = 0, widened_size = 0, terms = 0;
   for (int k = 0; k < 3; ++k) {
-    const double ak = k == 0 ? a.x : k == 1 ? a.y : a.z;
-    const double n = k == 0 ? _normal.x : k == 1 ? _normal.y : _normal.z;
-    const double size = k == 0 ? _size.x : k == 1 ? _size.y : _size.z;
-    const double wide = k == 0 ? _wide_size.x : k == 1 ? _wide_size.y : _wide_size.z;
-    const double l = (k == 0 ? lo.x : k == 1 ? lo.y : lo.z) - ak, h = (k == 0 ? hi.x : k == 1 ? hi.y : hi.z) - ak;
+    const double l = lo_k[k] - a_k[k], h = hi_k[k] - a_k[k];
     const double w = std::max(std::fabs(l), std::fabs(h));
-    const double input = input_error * (std::max(std::fabs(l + ak), std::fabs(h + ak)) + std::fabs(ak));
-    most += std::max(n * l, n * h);
+    const double input = input_error * (std::max(std::fabs(lo_k[k]), std::fabs(hi_k[k])) + a_mag[k]);
+    most += std::max(n_k[k] * l, n_k[k] * h);
     // widened - exact, termwise: (wide - size) |w| + wide * input.
-    growth += (wide - size) * w + wide * input;
-    widened_size += wide * (w + input);
-    terms += std::fabs(n) * w;
+    growth += (wide_k[k] - size_k[k]) * w + wide_k[k] * input;
+    widened_size += wide_k[k] * (w + input);
+    terms += std::fabs(n_k[k]) * w;
   }
   return most + 3 * growth + product_error * widened_size + 2 * product_error * terms < 0;
 }
@@ -105,7 +105,7 @@ int side(const face_normal_t& n, const hull_point_t& x, const hull_point_t& y, c
   // det[y - x; p - x; n]; the normal's doubles are off by its conversion.
   const diff_t normal = {n.approx, {input_error * std::fabs(n.approx.x), input_error * std::fabs(n.approx.y),
                                     input_error * std::fabs(n.approx.z)}};
-  const int s = filtered_sign(diff(y.approx, x.approx), diff(p.approx, x.approx), normal);
+  const int s = filtered_sign(diff(y, x), diff(p, x), normal);
   if (s != 2) return s;
   return dot(n.exact, cross(y.pos - x.pos, p.pos - x.pos)).sign();
 }
@@ -125,7 +125,7 @@ bool surely_nonzero(double u1, double e1, double v2, double f2, double u2, doubl
 }  // namespace
 
 bool collinear(const hull_point_t& a, const hull_point_t& b, const hull_point_t& p) {
-  const diff_t u = diff(b.approx, a.approx), v = diff(p.approx, a.approx);
+  const diff_t u = diff(b, a), v = diff(p, a);
   if (surely_nonzero(u.v.y, u.err.y, v.v.z, v.err.z, u.v.z, u.err.z, v.v.y, v.err.y) ||
       surely_nonzero(u.v.z, u.err.z, v.v.x, v.err.x, u.v.x, u.err.x, v.v.z, v.err.z) ||
       surely_nonzero(u.v.x, u.err.x, v.v.y, v.err.y, u.v.y, u.err.y, v.v.x, v.err.x))
