@@ -65,6 +65,8 @@ inline constexpr double no_tip = std::numeric_limits<double>::quiet_NaN();
 // The children of node as counted pointers, each slot loaded atomically;
 // all null for a node without children.
 std::array<std::shared_ptr<cube_node_t>, 8> snapshot_children(const cube_node_t& node);
+// The same from slots already loaded; all null for null slots.
+std::array<std::shared_ptr<cube_node_t>, 8> snapshot_slots(const std::shared_ptr<cube_node_t::children_t>& slots);
 
 // Model box of the cell: min x, y, z, then max x, y, z, all exact.
 std::array<double, 6> cell_box(const cube_node_t& node);

@@ -17,7 +17,9 @@ namespace cbtr {
 
 class hit_memo_t {
  public:
-  explicit hit_memo_t(const std::vector<tri_extension_t>& tris) : _tris(tris) {}
+  // A triangle meets about a dozen lines that cells look along; room for
+  // most of them up front spares the table its early regrowths.
+  explicit hit_memo_t(const std::vector<tri_extension_t>& tris) : _tris(tris), _index(8 * tris.size()) {}
 
   // Triangle tri against the line along axis through lattice coordinates cu
   // and cv on axes axis + 1 and axis + 2. The reference stays valid for the

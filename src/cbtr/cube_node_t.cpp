@@ -9,10 +9,13 @@ cube_node_t::cube_node_t(std::weak_ptr<cube_node_t> parent_node, std::uint32_t c
 }
 
 std::array<std::shared_ptr<cube_node_t>, 8> snapshot_children(const cube_node_t& node) {
+  return snapshot_slots(node.children.load());
+}
+
+std::array<std::shared_ptr<cube_node_t>, 8> snapshot_slots(const std::shared_ptr<cube_node_t::children_t>& slots) {
   std::array<std::shared_ptr<cube_node_t>, 8> out;
-  const std::shared_ptr<cube_node_t::children_t> children = node.children.load();
-  if (!children) return out;
-  for (int k = 0; k < 8; ++k) out[k] = (*children)[k].load();
+  if (!slots) return out;
+  for (int k = 0; k < 8; ++k) out[k] = (*slots)[k].load();
   return out;
 }
 

@@ -58,6 +58,7 @@ class step_runner_t {
   // delta holds the tool's cells where the step merges or grafts them;
   // elsewhere the tool's corner words are all the level needs.
   struct pass_t {
+    std::shared_ptr<cube_node_t::children_t> slots;  // the stock's child slots
     child_snapshot_t stock, delta;
     std::array<std::uint32_t, 8> word{};
     std::uint8_t known = 0, recursed = 0, marked = 0, skip = 0;
@@ -77,22 +78,22 @@ class step_runner_t {
   void first_pass(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, int k,
                   std::span<const std::uint32_t> list, pass_t& pass);
   // Whether child k changed.
-  bool recurse(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, int k,
+  bool recurse(const cell_t& cell, int k,
                std::span<const std::uint32_t> list, pass_t& pass);
-  void split_and_recurse(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, int k,
+  void split_and_recurse(const cell_t& cell, int k,
                          std::span<const std::uint32_t> list, pass_t& pass);
   bool tool_beyond_material(const cube_node_t& leaf, const cell_t& cell, std::span<const std::uint32_t> list) const;
   bool passes_by(const cube_node_t& leaf, const cell_t& cell, int k, std::span<const std::uint32_t> list,
                  pass_t& pass);
-  void at_leaf(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, int k,
+  void at_leaf(const cell_t& cell, int k,
                std::span<const std::uint32_t> list, pass_t& pass);
   void second_pass(const std::shared_ptr<cube_node_t>& stock, std::uint32_t tool_word, int k, pass_t& pass);
   bool merge_material(cube_node_t& leaf, const cube_node_t& tool) const;
   void turn_to_material(cube_node_t& tool) const;
   void finish_level(const std::shared_ptr<cube_node_t>& stock, const child_snapshot_t& kids, level_t& result);
   // The stock's child k becomes node, in the tree and in the level's snapshot.
-  static void set_child(cube_node_t& stock, int k, const std::shared_ptr<cube_node_t>& node, pass_t& pass) {
-    (*stock.children.load())[k].store(node);
+  static void set_child(int k, const std::shared_ptr<cube_node_t>& node, pass_t& pass) {
+    (*pass.slots)[k].store(node);
     pass.stock[k] = node;
   }
 
@@ -124,7 +125,8 @@ level_t step_runner_t::branch(const std::shared_ptr<cube_node_t>& stock, const c
                               std::span<const std::uint32_t> list) {
   const auto lists = _builder.distribute(cell, list);
   pass_t pass;
-  pass.stock = snapshot_children(*stock);
+  pass.slots = stock->children.load();
+  pass.stock = snapshot_slots(pass.slots);
   for (int k = 0; k < 8; ++k) {
     if (lists[k].empty())
       pass.marked |= 1u << k;
@@ -159,13 +161,13 @@ void step_runner_t::first_pass(const std::shared_ptr<cube_node_t>& stock, const 
     return;
   }
   if (child->kind & kind_leaf) {
-    at_leaf(stock, cell, k, list, pass);
+    at_leaf(cell, k, list, pass);
     return;
   }
-  recurse(stock, cell, k, list, pass);
+  recurse(cell, k, list, pass);
 }
 
-bool step_runner_t::recurse(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, int k,
+bool step_runner_t::recurse(const cell_t& cell, int k,
                             std::span<const std::uint32_t> list, pass_t& pass) {
   const level_t r = branch(pass.stock[k], cell.child(k), list);
   if (r.word) pass.know(k, *r.word);
@@ -174,7 +176,7 @@ bool step_runner_t::recurse(const std::shared_ptr<cube_node_t>& stock, const cel
     return false;
   }
   pass.recursed |= 1u << k;
-  if (r.bits & remove_me) set_child(*stock, k, nullptr, pass);
+  if (r.bits & remove_me) set_child(k, nullptr, pass);
   pass.changed |= (r.bits & changed) != 0;
   pass.removed |= (r.bits & removed) != 0;
   return (r.bits & changed) != 0;
@@ -183,11 +185,11 @@ bool step_runner_t::recurse(const std::shared_ptr<cube_node_t>& stock, const cel
 // A leaf split for a closer look that the tool then left as it was becomes
 // the leaf again: the tool's edge passing over a flat floor would otherwise
 // leave it in the finest cells for good.
-void step_runner_t::split_and_recurse(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, int k,
+void step_runner_t::split_and_recurse(const cell_t& cell, int k,
                                       std::span<const std::uint32_t> list, pass_t& pass) {
   const std::shared_ptr<cube_node_t>& leaf = pass.stock[k];
   forget_caches(*leaf);
-  if (recurse(stock, cell, k, list, pass)) return;
+  if (recurse(cell, k, list, pass)) return;
   leaf->children.store(nullptr);
   leaf->kind = kind_leaf;
 }
@@ -227,14 +229,14 @@ bool step_runner_t::passes_by(const cube_node_t& leaf, const cell_t& cell, int k
   return true;
 }
 
-void step_runner_t::at_leaf(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, int k,
+void step_runner_t::at_leaf(const cell_t& cell, int k,
                             std::span<const std::uint32_t> list, pass_t& pass) {
   const std::shared_ptr<cube_node_t>& leaf = pass.stock[k];
   const cell_t child = cell.child(k);
   const bool coarse = child.depth < static_cast<int>(_limit);
   const bool flat = _builder.flat_in(child, list);
   if (coarse && !flat && !passes_by(*leaf, child, k, list, pass) && split_leaf(leaf, split_mode)) {
-    split_and_recurse(stock, cell, k, list, pass);
+    split_and_recurse(cell, k, list, pass);
     return;
   }
   if (pass.skip >> k & 1) return;
@@ -249,7 +251,7 @@ void step_runner_t::at_leaf(const std::shared_ptr<cube_node_t>& stock, const cel
   const int verdict = compare_leaf_with_tool(seen(leaf->corners), leaf->tips, pass.delta[k]->corners,
                                              pass.delta[k]->tips);
   if (verdict == 2) pass.skip |= 1u << k;
-  if (verdict == 3 && split_leaf(leaf, split_mode)) split_and_recurse(stock, cell, k, list, pass);
+  if (verdict == 3 && split_leaf(leaf, split_mode)) split_and_recurse(cell, k, list, pass);
 }
 
 bool step_runner_t::merge_material(cube_node_t& leaf, const cube_node_t& tool) const {
@@ -279,7 +281,7 @@ void step_runner_t::second_pass(const std::shared_ptr<cube_node_t>& stock, std::
     // it, or one of empty material.
     if (corner_of(tool_word, k) != corner_solid || material_air(child, *stock, k)) return;
     pass.removed = pass.removed || !child || material_volume(*child);
-    set_child(*stock, k, nullptr, pass);
+    set_child(k, nullptr, pass);
     pass.changed = true;
     return;
   }
@@ -291,7 +293,7 @@ void step_runner_t::second_pass(const std::shared_ptr<cube_node_t>& stock, std::
     pass.changed = true;
     pass.removed |= takes_volume;
     if (seen(child->corners) == corners_all_air) {
-      set_child(*stock, k, nullptr, pass);
+      set_child(k, nullptr, pass);
     } else {
       forget_caches(*child);
       if (_options.want_contours) {
@@ -308,7 +310,7 @@ void step_runner_t::second_pass(const std::shared_ptr<cube_node_t>& stock, std::
   pass.removed = pass.removed || _options.touch_counts || holds_volume(*tool);
   turn_to_material(*tool);
   tool->parent = stock;
-  set_child(*stock, k, tool, pass);
+  set_child(k, tool, pass);
 }
 
 void step_runner_t::empty_node(cube_node_t& node) const {
