@@ -5,6 +5,7 @@
 #include "cbtr/cell_surface.h"
 #include "cbtr/analytic/stick_cells.h"
 #include "cbtr/cell_tree_builder_t.h"
+#include "cbtr/contour_memo.h"
 #include "cbtr/leaf_merge.h"
 #include "cbtr/leaf_split.h"
 #include "cbtr/material_extent.h"
@@ -42,7 +43,9 @@ bool is_branch(const cube_node_t& n) { return (n.kind & kind_branch) != 0; }
 class step_runner_t {
  public:
   step_runner_t(tool_cells_t& tool, std::uint32_t limit, const step_options_t& options)
-      : _builder(tool), _limit(limit), _options(options) {}
+      : _builder(tool), _limit(limit), _options(options) {
+    if (options.want_contours) contours.reserve(expected_contours(options.subtract));
+  }
 
   level_t branch(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, std::span<const std::uint32_t> list);
   std::shared_ptr<cube_node_t> tool_tree(std::span<const std::uint32_t> list) {
@@ -342,13 +345,15 @@ void step_runner_t::finish_level(const std::shared_ptr<cube_node_t>& stock, cons
 
 // The stock's resolution grows to the step's; a null or uniform root, or a
 // root leaf that can't be split, leaves it untouched.
-step_outcome_t run_on_stock(cube_tree_t& tree, step_runner_t& runner, std::span<const std::uint32_t> all) {
+step_outcome_t run_on_stock(cube_tree_t& tree, step_runner_t& runner, std::span<const std::uint32_t> all,
+                            bool subtracting) {
   step_outcome_t outcome{tree.resolution, false, {}};
   const std::shared_ptr<cube_node_t> root = tree.root.load();
   if (!root || (root->kind & 3) || ((root->kind & kind_leaf) && !split_leaf(root, split_mode))) return outcome;
   const level_t r = runner.branch(root, root_cell, all);
   outcome.touched = (r.bits & removed) != 0;
   outcome.contours = std::move(runner.contours);
+  note_contours(subtracting, outcome.contours.size());
   return outcome;
 }
 
@@ -373,12 +378,15 @@ step_outcome_t run_step(cube_tree_t& tree, const std::vector<tri_extension_t>& t
     // Adding to nothing: the tool's own cells are the stock.
     step_outcome_t outcome{tree.resolution, false, {}};
     std::shared_ptr<cube_node_t> built = runner.tool_tree(all);
-    if (built && options.want_contours) trace_subtree(*built, outcome.contours);
+    if (built && options.want_contours) {
+      trace_subtree(*built, outcome.contours);
+      note_contours(false, outcome.contours.size());
+    }
     outcome.touched = built != nullptr;
     if (built) tree.root.store(std::move(built));
     return outcome;
   }
-  return run_on_stock(tree, runner, all);
+  return run_on_stock(tree, runner, all, options.subtract);
 }
 
 step_outcome_t run_stick_step(cube_tree_t& tree, const stick_tool_t& tool, double grid_width, bool want_contours,
@@ -389,7 +397,7 @@ step_outcome_t run_stick_step(cube_tree_t& tree, const stick_tool_t& tool, doubl
   step_runner_t runner(cells, limit, {true, want_contours, touch_counts});
   // Every band goes to every cell the surface may reach.
   const std::uint32_t all[1] = {0};
-  return run_on_stock(tree, runner, all);
+  return run_on_stock(tree, runner, all, true);
 }
 
 }  // namespace cbtr

@@ -9,6 +9,7 @@
 #include <filesystem>
 
 #include "cbtr/cell_triangles.h"
+#include "cbtr/contour_memo.h"
 #include "cbtr/cube_tree_t.h"
 #include "cbtr/step_result_t.h"
 #include "cbtr/substraction.h"
@@ -108,6 +109,26 @@ TEST(MachiningStep, ContoursAreClosedPolygonsOnTheToolSurface) {
   const double walls = 2 * (4.2 + 4.4) * (block[5] - 4.05), floor = 4.2 * 4.4;
   EXPECT_NEAR(substraction__GetContactContourArea(s), walls + floor, 0.2 * (walls + floor));
   substraction__dtor(s);
+}
+
+TEST(MachiningStep, StepsRememberTheMostContoursOfTheirKind) {
+  // A ball cut at fine cells collects thousands of polygons; the memo of
+  // subtractions rises to them and never falls, and additions keep theirs.
+  const std::size_t additions = cbtr::expected_contours(false);
+  stock_t stock({-5, -5, -5, 5, 5, 0.01}, 0.0625);
+  soup_t tool(quvra_test::sphere_soup(3.0, 48, 48));
+  substraction_t* s = cube_tree__substract_by_stl3d(stock.tree, tool.s, 0.0625, true, false);
+  std::vector<unsigned char> buffer(static_cast<std::size_t>(substraction__GetContactContoursBufSize(s)));
+  substraction__GetContactContours(s, buffer.data());
+  std::int32_t count = 0;
+  std::memcpy(&count, buffer.data(), sizeof count);
+  const auto polygons = static_cast<std::size_t>(count);
+  substraction__dtor(s);
+  EXPECT_GT(polygons, 8192u) << "the cut must collect more polygons than the memo starts with";
+  EXPECT_GE(cbtr::expected_contours(true), std::max<std::size_t>(8192, polygons));
+  cbtr::note_contours(true, 1);
+  EXPECT_GE(cbtr::expected_contours(true), polygons);
+  EXPECT_EQ(cbtr::expected_contours(false), additions);
 }
 
 TEST(MachiningStep, NullToolOrTreeGivesAnUntouchedResult) {
