@@ -40,9 +40,8 @@ bool split_leaf(const std::shared_ptr<cube_node_t>& leaf, std::uint32_t mode);
 
 // Whether a branch whose children are all leaves or null is exactly what
 // splitting one leaf with the branch's own word and tips would give; if so
-// the branch becomes that leaf.
-bool try_collapse(cube_node_t& branch, std::uint32_t mode);
-// The same with the branch's children as the caller has them already.
+// the branch becomes that leaf. children are the branch's own, as the
+// caller has them already.
 bool try_collapse(cube_node_t& branch, std::uint32_t mode, const child_snapshot_t& children);
 
 }  // namespace cbtr

@@ -216,10 +216,6 @@ bool split_leaf(const std::shared_ptr<cube_node_t>& leaf, std::uint32_t mode) {
   return true;
 }
 
-bool try_collapse(cube_node_t& branch, std::uint32_t mode) {
-  return try_collapse(branch, mode, snapshot_children(branch));
-}
-
 bool try_collapse(cube_node_t& branch, std::uint32_t mode, const child_snapshot_t& children) {
   const auto plan = plan_split(cell_of(branch), branch.corners, branch.tips, mode);
   if (!plan) return false;

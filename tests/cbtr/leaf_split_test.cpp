@@ -77,7 +77,7 @@ TEST(LeafSplit, SplitThenCollapseGivesTheLeafBack) {
     const std::uint32_t word = leaf->corners;
     if (!split_leaf(leaf, corner_air)) continue;
     EXPECT_EQ(leaf->kind, kind_branch);
-    EXPECT_TRUE(try_collapse(*leaf, corner_air));
+    EXPECT_TRUE(try_collapse(*leaf, corner_air, snapshot_children(*leaf)));
     EXPECT_EQ(leaf->kind, kind_leaf);
     EXPECT_EQ(leaf->corners, word);
     EXPECT_EQ(leaf->children.load(), nullptr);

@@ -31,6 +31,13 @@ struct hull_point_t {
 int orient3(const hull_point_t& a, const hull_point_t& b, const hull_point_t& c,
             const hull_point_t& p);
 
+// The plane's share of an orientation filter over a b c: cross(b - a, c - a)
+// in doubles, and its terms in absolute value per coordinate of p - a,
+// without and with the input errors of b - a and c - a.
+struct plane_terms_t {
+  vec3d normal, size, wide_size;
+};
+
 // orient3 of many points against one plane a b c: the wrapping tests every
 // point in the search against the face it turns, so the plane's share of the
 // filter is worked out once. The same answers as orient3.
@@ -46,9 +53,7 @@ class plane_orient_t {
   const hull_point_t* _a;
   const hull_point_t* _b;
   const hull_point_t* _c;
-  vec3d _normal;      // cross(b - a, c - a) in doubles
-  vec3d _size;        // its terms in absolute value, per coordinate of p - a
-  vec3d _wide_size;   // the same with the input errors of b - a and c - a
+  plane_terms_t _terms;
 };
 
 // A face's normal, with its doubles for the filter of side().

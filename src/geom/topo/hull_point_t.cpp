@@ -43,33 +43,32 @@ double dot_of(const vec3d& a, const vec3d& b) { return a.x * b.x + a.y * b.y + a
 // in absolute value with and without the input errors: the sign, else 2.
 // The determinant is multilinear and monotone, so the widening's growth
 // bounds what the input errors can do to it; the rest is rounding.
-int proven_sign(double det, double exact_size, double widened_size) {
+inline int proven_sign(double det, double exact_size, double widened_size) {
   const double bound = 3 * (widened_size - exact_size) + product_error * widened_size;
   if (det > bound) return 1;
   if (det < -bound) return -1;
   return 2;
 }
 
-// The sign of det[u; v; w] when the doubles prove it, else 2.
-int filtered_sign(const diff_t& u, const diff_t& v, const diff_t& w) {
-  const vec3d normal = {u.v.y * v.v.z - u.v.z * v.v.y, u.v.z * v.v.x - u.v.x * v.v.z, u.v.x * v.v.y - u.v.y * v.v.x};
-  return proven_sign(dot_of(normal, w.v), dot_of(permanent_row(abs_of(u.v), abs_of(v.v)), abs_of(w.v)),
-                     dot_of(permanent_row(widened(u), widened(v)), widened(w)));
+plane_terms_t plane_terms(const diff_t& u, const diff_t& v) {
+  return {{u.v.y * v.v.z - u.v.z * v.v.y, u.v.z * v.v.x - u.v.x * v.v.z, u.v.x * v.v.y - u.v.y * v.v.x},
+          permanent_row(abs_of(u.v), abs_of(v.v)),
+          permanent_row(widened(u), widened(v))};
+}
+
+// The sign of det[u; v; w], for the plane's terms of u and v, when the
+// doubles prove it, else 2.
+inline int filtered_sign(const plane_terms_t& t, const diff_t& w) {
+  return proven_sign(dot_of(t.normal, w.v), dot_of(t.size, abs_of(w.v)), dot_of(t.wide_size, widened(w)));
 }
 
 }  // namespace
 
 plane_orient_t::plane_orient_t(const hull_point_t& a, const hull_point_t& b, const hull_point_t& c)
-    : _a(&a), _b(&b), _c(&c) {
-  const diff_t u = diff(b, a), v = diff(c, a);
-  _normal = {u.v.y * v.v.z - u.v.z * v.v.y, u.v.z * v.v.x - u.v.x * v.v.z, u.v.x * v.v.y - u.v.y * v.v.x};
-  _size = permanent_row(abs_of(u.v), abs_of(v.v));
-  _wide_size = permanent_row(widened(u), widened(v));
-}
+    : _a(&a), _b(&b), _c(&c), _terms(plane_terms(diff(b, a), diff(c, a))) {}
 
 int plane_orient_t::operator()(const hull_point_t& p) const {
-  const diff_t w = diff(p, *_a);
-  const int s = proven_sign(dot_of(_normal, w.v), dot_of(_size, abs_of(w.v)), dot_of(_wide_size, widened(w)));
+  const int s = filtered_sign(_terms, diff(p, *_a));
   if (s != 2) return s;
   return dot(cross(_b->pos - _a->pos, _c->pos - _a->pos), p.pos - _a->pos).sign();
 }
@@ -79,8 +78,9 @@ bool plane_orient_t::surely_behind(const vec3d& lo, const vec3d& hi) const {
   // with |p - a| and |p|: their largest values over the box bound them all.
   const vec3d& a = _a->approx;
   const double a_k[3] = {a.x, a.y, a.z}, a_mag[3] = {_a->magnitude.x, _a->magnitude.y, _a->magnitude.z};
-  const double n_k[3] = {_normal.x, _normal.y, _normal.z};
-  const double size_k[3] = {_size.x, _size.y, _size.z}, wide_k[3] = {_wide_size.x, _wide_size.y, _wide_size.z};
+  const vec3d &n = _terms.normal, &size = _terms.size, &wide = _terms.wide_size;
+  const double n_k[3] = {n.x, n.y, n.z};
+  const double size_k[3] = {size.x, size.y, size.z}, wide_k[3] = {wide.x, wide.y, wide.z};
   const double lo_k[3] = {lo.x, lo.y, lo.z}, hi_k[3] = {hi.x, hi.y, hi.z};
   double most = 0, growth = 0, widened_size = 0, terms = 0;
   for (int k = 0; k < 3; ++k) {
@@ -105,7 +105,7 @@ int side(const face_normal_t& n, const hull_point_t& x, const hull_point_t& y, c
   // det[y - x; p - x; n]; the normal's doubles are off by its conversion.
   const diff_t normal = {n.approx, {input_error * std::fabs(n.approx.x), input_error * std::fabs(n.approx.y),
                                     input_error * std::fabs(n.approx.z)}};
-  const int s = filtered_sign(diff(y, x), diff(p, x), normal);
+  const int s = filtered_sign(plane_terms(diff(y, x), diff(p, x)), normal);
   if (s != 2) return s;
   return dot(n.exact, cross(y.pos - x.pos, p.pos - x.pos)).sign();
 }

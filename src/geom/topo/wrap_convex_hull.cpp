@@ -78,9 +78,8 @@ class hull_wrapper {
   }
 
  private:
+  // Seeds come here proven faces of the hull, alone in their planes.
   void _add_seed(const hull_seed_t& s) {
-    if (s[0] == s[1] || s[1] == s[2] || s[2] == s[0]) return;
-    if (collinear(_pts[s[0]], _pts[s[1]], _pts[s[2]])) return;
     const face_tris_t face = {s};
     if (_conflicts(face)) return;
     _add_face(face);
