@@ -6,11 +6,11 @@
 // state. Misses are kept too, so a line is never cut twice.
 
 #include <cstdint>
-#include <deque>
 #include <vector>
 
 #include "cbtr/edge_hit_t.h"
 #include "cbtr/tri_extension_t.h"
+#include "common/chunked_store.h"
 #include "common/pointer_hash_set.h"
 
 namespace cbtr {
@@ -36,7 +36,7 @@ class hit_memo_t {
   };
 
   const std::vector<tri_extension_t>& _tris;
-  std::deque<record_t> _records;
+  common::chunked_store<record_t> _records;
   common::pointer_hash_set<record_t> _index;
 };
 
