@@ -30,8 +30,7 @@ class input_pool_t {
     const int min_bits = max_bits > small_bits ? 100 : 1;
     const int value_bits = max_bits * 3 / 4;
     for (std::size_t i = 0; i < pool_size; ++i) {
-      fr f = geom::make_fraction(_integer(min_bits, value_bits, true),
-                                 _integer(min_bits, value_bits, false));
+      fr f = geom::make_fraction(_integer(min_bits, value_bits, true), _integer(min_bits, value_bits, false));
       const big_int_t common = _integer(1, max_bits / 4, false);
       unpacked.push_back(geom::make_fraction(f.num * common, f.den * common));
       f.pack();
@@ -87,9 +86,7 @@ void mul(benchmark::State& state) {
 
 void compare(benchmark::State& state) {
   const auto& v = pool(static_cast<int>(state.range(0))).values;
-  run(state, [&](std::size_t i) {
-    benchmark::DoNotOptimize(geom::compare(v[i], v[(i + 1) % pool_size]));
-  });
+  run(state, [&](std::size_t i) { benchmark::DoNotOptimize(geom::compare(v[i], v[(i + 1) % pool_size])); });
 }
 
 // A copy of the unreduced value is packed each time; the copy row gives the

@@ -34,8 +34,8 @@ void BM_mill_sample(benchmark::State& state) {
   // As the host plays it: arc chords a quarter of a cell from the arc.
   io.chord_tolerance = tooling.cell / 4;
   const mill::program_t program = mill::run_ngc(mill::sample_program_text(), "sample.ngc", io);
-  const std::vector<mill::move_t> moves(
-      program.moves.begin(), program.moves.begin() + std::min(prefix_moves, program.moves.size()));
+  const std::vector<mill::move_t> moves(program.moves.begin(),
+                                        program.moves.begin() + std::min(prefix_moves, program.moves.size()));
   mill::stock_spec_t spec;
   spec.kind = mill::stock_kind::box;
   spec.box = mill::sample_stock_box;
@@ -56,8 +56,7 @@ void BM_mill_sample(benchmark::State& state) {
         [] { return false; }, progress);
     cut += loop.records.size();
   }
-  state.counters["moves"] =
-      benchmark::Counter(static_cast<double>(cut), benchmark::Counter::kIsRate);
+  state.counters["moves"] = benchmark::Counter(static_cast<double>(cut), benchmark::Counter::kIsRate);
 }
 
 BENCHMARK(BM_mill_sample)->Arg(200)->Arg(100)->Unit(benchmark::kSecond)->Iterations(1);

@@ -52,13 +52,9 @@ void run(benchmark::State& state, const geom::mat4d& start, const geom::mat4d& e
   state.counters["volume_tris"] = static_cast<double>(tris);
 }
 
-void BM_linear_sweep(benchmark::State& state) {
-  run(state, pose(0, 20, 10, 5), pose(0, 20.4, 10.3, 5));
-}
+void BM_linear_sweep(benchmark::State& state) { run(state, pose(0, 20, 10, 5), pose(0, 20.4, 10.3, 5)); }
 
-void BM_rotating_sweep(benchmark::State& state) {
-  run(state, pose(0, 20, 10, 5), pose(3 * M_PI / 180, 20.4, 10.3, 5));
-}
+void BM_rotating_sweep(benchmark::State& state) { run(state, pose(0, 20, 10, 5), pose(3 * M_PI / 180, 20.4, 10.3, 5)); }
 
 }  // namespace
 

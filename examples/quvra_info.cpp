@@ -12,9 +12,12 @@ namespace {
 
 const char* status_text(int32_t status) {
   switch (status) {
-    case STL3D_READ_OK: return "read completely";
-    case STL3D_READ_OPEN_FAILED: return "could not be opened";
-    default: return "malformed (kept what was read before the fault)";
+    case STL3D_READ_OK:
+      return "read completely";
+    case STL3D_READ_OPEN_FAILED:
+      return "could not be opened";
+    default:
+      return "malformed (kept what was read before the fault)";
   }
 }
 
@@ -27,8 +30,7 @@ int report(const std::string& path) {
   std::printf("%s\n  status  %d, %s\n  facets  %llu\n", path.c_str(), status, status_text(status),
               static_cast<unsigned long long>(stl3d__tris_size(mesh)));
   if (stl3d__tris_size(mesh) > 0) {
-    std::printf("  box     (%g, %g, %g) - (%g, %g, %g)\n", box[0], box[1], box[2], box[3], box[4],
-                box[5]);
+    std::printf("  box     (%g, %g, %g) - (%g, %g, %g)\n", box[0], box[1], box[2], box[3], box[4], box[5]);
     std::printf("  size    %g x %g x %g\n", box[3] - box[0], box[4] - box[1], box[5] - box[2]);
   }
   stl3d__delete(mesh);

@@ -26,21 +26,18 @@ extern "C" {
    free with delete_cached_tris. Null for a null mesh or pose, a pose with a
    NaN or an infinity, a resolution that is not a positive number, or when
    memory runs out. The mesh is only read. */
-QV_API cached_tris_t* new_stationary_cached_tris(topo_stl3d* mesh, const double* mat,
-                                                 double resolution) noexcept;
+QV_API cached_tris_t* new_stationary_cached_tris(topo_stl3d* mesh, const double* mat, double resolution) noexcept;
 
 /* The exact volume the tool sweeps from start to end. The caller guarantees
    a pure translation: rotations are taken from end alone. Owned by the
    caller; null as for new_stationary_cached_tris. */
-QV_API cached_tris_t* new_linear_sweeping_cached_tris(topo_stl3wfr_t* exact_mesh,
-                                                      const double* start, const double* end,
-                                                      double resolution) noexcept;
+QV_API cached_tris_t* new_linear_sweeping_cached_tris(topo_stl3wfr_t* exact_mesh, const double* start,
+                                                      const double* end, double resolution) noexcept;
 
 /* The convex hull of the tool at both poses, for moves with rotation; a
    non-convex tool has its hollows filled. Owned by the caller; null as for
    new_stationary_cached_tris. */
-QV_API cached_tris_t* new_nonlinear_sweeping_cached_tris(topo_stl3d* mesh, const double* start,
-                                                         const double* end,
+QV_API cached_tris_t* new_nonlinear_sweeping_cached_tris(topo_stl3d* mesh, const double* start, const double* end,
                                                          double resolution) noexcept;
 
 /* Chooses for one move of the tool given as both meshes: the tool at the
@@ -49,9 +46,8 @@ QV_API cached_tris_t* new_nonlinear_sweeping_cached_tris(topo_stl3d* mesh, const
    else the tool at the end pose; the exact linear sweep of exact_mesh for a
    translation. Owned by the caller; null as for new_stationary_cached_tris,
    or when either mesh is null. */
-QV_API cached_tris_t* new_sweeping_cached_tris(topo_stl3d* mesh, topo_stl3wfr_t* exact_mesh,
-                                               const double* start, const double* end,
-                                               double resolution, bool allow_rotation) noexcept;
+QV_API cached_tris_t* new_sweeping_cached_tris(topo_stl3d* mesh, topo_stl3wfr_t* exact_mesh, const double* start,
+                                               const double* end, double resolution, bool allow_rotation) noexcept;
 
 /* Null-safe. */
 QV_API void delete_cached_tris(cached_tris_t* tris) noexcept;

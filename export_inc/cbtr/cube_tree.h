@@ -95,14 +95,13 @@ typedef struct defect_tip_info {
   uint32_t flags; /* how the edge's line meets the triangle: 0x001 inside, 0x002 << k its
                      edge k, 0x010 << k its corner k, 0x100 in its plane (t0..t1), 0x200 across it */
   uint32_t reserved1;
-  double t0; /* where, on the edge's axis */
-  double t1; /* NaN unless the line lies in the triangle's plane */
+  double t0;       /* where, on the edge's axis */
+  double t1;       /* NaN unless the line lies in the triangle's plane */
   uint32_t t1_low; /* the low word of the stored t1 when the line crosses the plane; else 0 */
   uint32_t reserved2;
 } defect_tip_info;
 
-typedef void (*defect_info_fn)(const defect_cell_info* cell, int depth, const defect_tip_info* tips,
-                               size_t count);
+typedef void (*defect_info_fn)(const defect_cell_info* cell, int depth, const defect_tip_info* tips, size_t count);
 
 /* cube_tree__new, and then fn once per cell that could not be classified,
    in order of discovery, before returning. A null fn builds as
@@ -151,8 +150,7 @@ QV_API void cube_tree__ExpandToBox3d(cube_tree_t* tree, double* box) QV_NOEXCEPT
 /* The same with tree's box moved by mat (sixteen doubles, translation in
    elements 12 to 14): its eight corners are moved, then box grows by them.
    Nothing happens when any pointer is null. */
-QV_API void cube_tree__ExpandToBox3dByMat(cube_tree_t* tree, double* box,
-                                          const double* mat) QV_NOEXCEPT;
+QV_API void cube_tree__ExpandToBox3dByMat(cube_tree_t* tree, double* box, const double* mat) QV_NOEXCEPT;
 
 QV_EXTERN_C_END
 

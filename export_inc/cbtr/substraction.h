@@ -84,7 +84,6 @@ QV_API void addition_GetExpandToBox3d(addition_t* a, double* box) noexcept;
 /* Null-safe. */
 QV_API void substraction__dtor(substraction_t* s) noexcept;
 QV_API void addition__dtor(addition_t* a) noexcept;
-
 }
 
 #endif

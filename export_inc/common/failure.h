@@ -15,12 +15,11 @@
 QV_EXTERN_C_BEGIN
 
 /* Prints the report and calls abort(). Never returns. */
-QV_API __attribute__((noreturn)) void _abort_msg(const char* msg, const char* func,
-                                                  const char* file, const int* line) QV_NOEXCEPT;
+QV_API __attribute__((noreturn)) void _abort_msg(const char* msg, const char* func, const char* file,
+                                                 const int* line) QV_NOEXCEPT;
 
 /* Prints the report and returns. */
-QV_API void _warning_msg(const char* msg, const char* func, const char* file,
-                         const int* line) QV_NOEXCEPT;
+QV_API void _warning_msg(const char* msg, const char* func, const char* file, const int* line) QV_NOEXCEPT;
 
 QV_EXTERN_C_END
 

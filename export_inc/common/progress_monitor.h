@@ -30,13 +30,11 @@ QV_API int64_t progress_monitor__get_denominator(const progress_monitor_t* m) QV
 /* Copies min(length + 1, capacity) bytes of the current message into buf, so
    a short buffer gets a truncated text without a terminator. Writes nothing
    when m or buf is null. */
-QV_API void progress_monitor__get_msg(const progress_monitor_t* m, char* buf,
-                                      size_t capacity) QV_NOEXCEPT;
+QV_API void progress_monitor__get_msg(const progress_monitor_t* m, char* buf, size_t capacity) QV_NOEXCEPT;
 
 /* Starts a new step: sets the message and denominator, resets the numerator
    to 0, then calls the monitor's change callback. msg may be null (empty). */
-QV_API void progress_monitor__set_msg(progress_monitor_t* m, const char* msg,
-                                      int64_t denominator) QV_NOEXCEPT;
+QV_API void progress_monitor__set_msg(progress_monitor_t* m, const char* msg, int64_t denominator) QV_NOEXCEPT;
 
 /* Stores the numerator, then calls the monitor's change callback. */
 QV_API void progress_monitor__set_numerator(progress_monitor_t* m, int64_t value) QV_NOEXCEPT;
@@ -44,8 +42,7 @@ QV_API void progress_monitor__set_numerator(progress_monitor_t* m, int64_t value
 /* Renders the monitor and its sub-steps as one line, e.g.
    "build[ 3/10](30%) +cells[40/80](50%)", copying min(length + 1, capacity)
    bytes into buf. */
-QV_API void progress_monitor__to_string(const progress_monitor_t* m, char* buf,
-                                        size_t capacity) QV_NOEXCEPT;
+QV_API void progress_monitor__to_string(const progress_monitor_t* m, char* buf, size_t capacity) QV_NOEXCEPT;
 
 QV_EXTERN_C_END
 

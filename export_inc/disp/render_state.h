@@ -34,9 +34,8 @@ extern "C" {
    pixels and lines of 2 pixels. Call with a GL context locked. Owned by the
    caller, free with bind__delete. Null when a matrix is null or memory runs
    out. */
-QV_API disp::bind* bind__new(const geom::mat4d* model, const geom::mat4d* view,
-                             const geom::mat4d* scale, const geom::mat4d* to_clip, int32_t flags,
-                             int32_t width, int32_t height) noexcept;
+QV_API disp::bind* bind__new(const geom::mat4d* model, const geom::mat4d* view, const geom::mat4d* scale,
+                             const geom::mat4d* to_clip, int32_t flags, int32_t width, int32_t height) noexcept;
 
 /* Null-safe. GL state is not restored. */
 QV_API void bind__delete(disp::bind* b) noexcept;

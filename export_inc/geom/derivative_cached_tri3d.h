@@ -42,13 +42,14 @@ extern "C" {
    once. Owned by the caller, free with
    derivative_cached_tri3d__delete_vector. Null for a null soup or matrix,
    or when memory runs out; an empty soup gives an empty vector. */
-QV_API derivative_cached_tri3d_vector* derivative_cached_tri3d__new_vector_by_Stl3d(
-    geom::Stl3d* soup, const double* mat) noexcept;
+QV_API derivative_cached_tri3d_vector* derivative_cached_tri3d__new_vector_by_Stl3d(geom::Stl3d* soup,
+                                                                                    const double* mat) noexcept;
 
 /* The same for a welded mesh, which is only read: the normal is the unit
    of the moved corners' cross product. unused is not read. */
-QV_API derivative_cached_tri3d_vector* derivative_cached_tri3d__new_vector_by_topo_stl3d(
-    topo_stl3d* mesh, size_t unused, const double* mat) noexcept;
+QV_API derivative_cached_tri3d_vector* derivative_cached_tri3d__new_vector_by_topo_stl3d(topo_stl3d* mesh,
+                                                                                         size_t unused,
+                                                                                         const double* mat) noexcept;
 
 /* Null-safe. */
 QV_API void derivative_cached_tri3d__delete_vector(derivative_cached_tri3d_vector* v) noexcept;

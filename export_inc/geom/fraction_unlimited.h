@@ -45,8 +45,7 @@ QV_EXTERN_C_BEGIN
 /* 0/0 with status 0: a NaN not yet normalised. */
 QV_API fraction_unlimited_t* fraction_unlimited__new(void) QV_NOEXCEPT;
 /* A copy of all fields, including the cached double and the status. */
-QV_API fraction_unlimited_t* fraction_unlimited__new_copy(const fraction_unlimited_t* f)
-    QV_NOEXCEPT;
+QV_API fraction_unlimited_t* fraction_unlimited__new_copy(const fraction_unlimited_t* f) QV_NOEXCEPT;
 /* i/1, packed and evaluated. */
 QV_API fraction_unlimited_t* fraction_unlimited__new_int(int64_t i) QV_NOEXCEPT;
 /* num/den exactly as given, status 0: not reduced, not normalised, and the
@@ -65,8 +64,7 @@ QV_API fraction_unlimited_t* fraction_unlimited__negative_inf(void) QV_NOEXCEPT;
 QV_API void fraction_unlimited__delete(fraction_unlimited_t* f) QV_NOEXCEPT;
 
 /* f := a, all fields. */
-QV_API void fraction_unlimited__assign(fraction_unlimited_t* f,
-                                       const fraction_unlimited_t* a) QV_NOEXCEPT;
+QV_API void fraction_unlimited__assign(fraction_unlimited_t* f, const fraction_unlimited_t* a) QV_NOEXCEPT;
 
 /* Arithmetic giving a new handle: the cross products, unreduced, with a zero
    denominator or numerator turned into its canonical form. */
@@ -81,14 +79,10 @@ QV_API fraction_unlimited_t* fraction_unlimited__div(const fraction_unlimited_t*
 
 /* In-place arithmetic on f; a may be f itself. Those returning bool answer
    true when the result is one of the canonical forms 0/1, 0/0, 1/0, -1/0. */
-QV_API void fraction_unlimited__add_assign(fraction_unlimited_t* f,
-                                           const fraction_unlimited_t* a) QV_NOEXCEPT;
-QV_API void fraction_unlimited__sub_assign(fraction_unlimited_t* f,
-                                           const fraction_unlimited_t* a) QV_NOEXCEPT;
-QV_API bool fraction_unlimited__mul_assign(fraction_unlimited_t* f,
-                                           const fraction_unlimited_t* a) QV_NOEXCEPT;
-QV_API bool fraction_unlimited__div_assign(fraction_unlimited_t* f,
-                                           const fraction_unlimited_t* a) QV_NOEXCEPT;
+QV_API void fraction_unlimited__add_assign(fraction_unlimited_t* f, const fraction_unlimited_t* a) QV_NOEXCEPT;
+QV_API void fraction_unlimited__sub_assign(fraction_unlimited_t* f, const fraction_unlimited_t* a) QV_NOEXCEPT;
+QV_API bool fraction_unlimited__mul_assign(fraction_unlimited_t* f, const fraction_unlimited_t* a) QV_NOEXCEPT;
+QV_API bool fraction_unlimited__div_assign(fraction_unlimited_t* f, const fraction_unlimited_t* a) QV_NOEXCEPT;
 QV_API bool fraction_unlimited__add_assign_int(fraction_unlimited_t* f, int64_t i) QV_NOEXCEPT;
 QV_API bool fraction_unlimited__sub_assign_int(fraction_unlimited_t* f, int64_t i) QV_NOEXCEPT;
 QV_API bool fraction_unlimited__mul_assign_int(fraction_unlimited_t* f, int64_t i) QV_NOEXCEPT;
@@ -97,10 +91,8 @@ QV_API bool fraction_unlimited__div_assign_int(fraction_unlimited_t* f, int64_t 
 /* Unary operations giving a new handle. */
 QV_API fraction_unlimited_t* fraction_unlimited__neg(const fraction_unlimited_t* f) QV_NOEXCEPT;
 QV_API fraction_unlimited_t* fraction_unlimited__get_abs(const fraction_unlimited_t* f) QV_NOEXCEPT;
-QV_API fraction_unlimited_t* fraction_unlimited__get_reciprocal(const fraction_unlimited_t* f)
-    QV_NOEXCEPT;
-QV_API fraction_unlimited_t* fraction_unlimited__get_square(const fraction_unlimited_t* f)
-    QV_NOEXCEPT;
+QV_API fraction_unlimited_t* fraction_unlimited__get_reciprocal(const fraction_unlimited_t* f) QV_NOEXCEPT;
+QV_API fraction_unlimited_t* fraction_unlimited__get_square(const fraction_unlimited_t* f) QV_NOEXCEPT;
 
 /* The same in place. negate and set_abs keep a cached double valid;
    set_reciprocal drops it and does not normalise (1/0 from 0/1). */
@@ -112,24 +104,18 @@ QV_API void fraction_unlimited__set_square(fraction_unlimited_t* f) QV_NOEXCEPT;
 /* Comparisons never look at the cached double. eq is structural when both
    are packed and compares cross products otherwise; lt..ge always compare
    cross products. */
-QV_API bool fraction_unlimited__eq(const fraction_unlimited_t* a,
-                                   const fraction_unlimited_t* b) QV_NOEXCEPT;
-QV_API bool fraction_unlimited__lt(const fraction_unlimited_t* a,
-                                   const fraction_unlimited_t* b) QV_NOEXCEPT;
-QV_API bool fraction_unlimited__le(const fraction_unlimited_t* a,
-                                   const fraction_unlimited_t* b) QV_NOEXCEPT;
-QV_API bool fraction_unlimited__gt(const fraction_unlimited_t* a,
-                                   const fraction_unlimited_t* b) QV_NOEXCEPT;
-QV_API bool fraction_unlimited__ge(const fraction_unlimited_t* a,
-                                   const fraction_unlimited_t* b) QV_NOEXCEPT;
+QV_API bool fraction_unlimited__eq(const fraction_unlimited_t* a, const fraction_unlimited_t* b) QV_NOEXCEPT;
+QV_API bool fraction_unlimited__lt(const fraction_unlimited_t* a, const fraction_unlimited_t* b) QV_NOEXCEPT;
+QV_API bool fraction_unlimited__le(const fraction_unlimited_t* a, const fraction_unlimited_t* b) QV_NOEXCEPT;
+QV_API bool fraction_unlimited__gt(const fraction_unlimited_t* a, const fraction_unlimited_t* b) QV_NOEXCEPT;
+QV_API bool fraction_unlimited__ge(const fraction_unlimited_t* a, const fraction_unlimited_t* b) QV_NOEXCEPT;
 QV_API bool fraction_unlimited__eq_int(const fraction_unlimited_t* f, int64_t i) QV_NOEXCEPT;
 QV_API bool fraction_unlimited__lt_int(const fraction_unlimited_t* f, int64_t i) QV_NOEXCEPT;
 QV_API bool fraction_unlimited__le_int(const fraction_unlimited_t* f, int64_t i) QV_NOEXCEPT;
 QV_API bool fraction_unlimited__gt_int(const fraction_unlimited_t* f, int64_t i) QV_NOEXCEPT;
 QV_API bool fraction_unlimited__ge_int(const fraction_unlimited_t* f, int64_t i) QV_NOEXCEPT;
 /* -1, 0 or +1; 0 when either side is NaN. */
-QV_API int32_t fraction_unlimited__compare(const fraction_unlimited_t* a,
-                                           const fraction_unlimited_t* b) QV_NOEXCEPT;
+QV_API int32_t fraction_unlimited__compare(const fraction_unlimited_t* a, const fraction_unlimited_t* b) QV_NOEXCEPT;
 /* -1, 0 or +1, by the numerator alone. */
 QV_API int32_t fraction_unlimited__sign(const fraction_unlimited_t* f) QV_NOEXCEPT;
 QV_API bool fraction_unlimited__is_zero(const fraction_unlimited_t* f) QV_NOEXCEPT;
@@ -177,14 +163,10 @@ QV_API void fraction_unlimited__free_str(char* text) QV_NOEXCEPT;
    both status bits. */
 QV_API int32_t fraction_unlimited__get_num_bytes_size(const fraction_unlimited_t* f) QV_NOEXCEPT;
 QV_API int32_t fraction_unlimited__get_den_bytes_size(const fraction_unlimited_t* f) QV_NOEXCEPT;
-QV_API void fraction_unlimited__get_num_bytes(const fraction_unlimited_t* f, uint8_t* out,
-                                              int32_t size) QV_NOEXCEPT;
-QV_API void fraction_unlimited__get_den_bytes(const fraction_unlimited_t* f, uint8_t* out,
-                                              int32_t size) QV_NOEXCEPT;
-QV_API void fraction_unlimited__set_num_bytes(fraction_unlimited_t* f, const uint8_t* bytes,
-                                              int32_t size) QV_NOEXCEPT;
-QV_API void fraction_unlimited__set_den_bytes(fraction_unlimited_t* f, const uint8_t* bytes,
-                                              int32_t size) QV_NOEXCEPT;
+QV_API void fraction_unlimited__get_num_bytes(const fraction_unlimited_t* f, uint8_t* out, int32_t size) QV_NOEXCEPT;
+QV_API void fraction_unlimited__get_den_bytes(const fraction_unlimited_t* f, uint8_t* out, int32_t size) QV_NOEXCEPT;
+QV_API void fraction_unlimited__set_num_bytes(fraction_unlimited_t* f, const uint8_t* bytes, int32_t size) QV_NOEXCEPT;
+QV_API void fraction_unlimited__set_den_bytes(fraction_unlimited_t* f, const uint8_t* bytes, int32_t size) QV_NOEXCEPT;
 
 QV_EXTERN_C_END
 

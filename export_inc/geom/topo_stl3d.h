@@ -54,8 +54,7 @@ QV_API void topo_stl3d__set_round_cos(topo_stl3d* mesh, double round_cos) noexce
 /* Grows box (six doubles: min xyz, max xyz) by the mesh, or by the mesh
    moved by mat. */
 QV_API void topo_stl3d__expand_to_box3d(topo_stl3d* mesh, double* box) noexcept;
-QV_API void topo_stl3d__expand_to_box3d_by_mat(topo_stl3d* mesh, double* box,
-                                               const geom::mat4d* mat) noexcept;
+QV_API void topo_stl3d__expand_to_box3d_by_mat(topo_stl3d* mesh, double* box, const geom::mat4d* mat) noexcept;
 }
 
 #endif

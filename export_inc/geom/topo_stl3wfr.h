@@ -26,8 +26,7 @@ QV_EXTERN_C_BEGIN
    the caller, free with topo_stl3wfr__delete. Null for a negative count,
    null records with a positive count, a resolution that is not a positive
    number, or when memory runs out. */
-QV_API topo_stl3wfr_t* topo_stl3wfr__new(int32_t count, const double* tris,
-                                         double resolution) QV_NOEXCEPT;
+QV_API topo_stl3wfr_t* topo_stl3wfr__new(int32_t count, const double* tris, double resolution) QV_NOEXCEPT;
 
 /* Number of triangles; 0 for null. */
 QV_API uint64_t topo_stl3wfr__tris_size(const topo_stl3wfr_t* mesh) QV_NOEXCEPT;

@@ -54,8 +54,8 @@ struct defect_sink_t {
   ~defect_sink_t() = default;
 };
 
-std::unique_ptr<cube_tree_t> build_cube_tree(const geom::stl3d_t& soup, double grid_width,
-                                             const stop_token* stop, common::progress_monitor_t* monitor,
-                                             build_counts_t* counts = nullptr, defect_sink_t* defects = nullptr);
+std::unique_ptr<cube_tree_t> build_cube_tree(const geom::stl3d_t& soup, double grid_width, const stop_token* stop,
+                                             common::progress_monitor_t* monitor, build_counts_t* counts = nullptr,
+                                             defect_sink_t* defects = nullptr);
 
 }  // namespace cbtr

@@ -20,7 +20,7 @@ namespace cbtr {
 // Vertices move by the poses in doubles and are snapped to the resolution
 // grid; every decision after that is exact. Unit normals of the result are
 // left NaN. Equal poses give the tool at rest.
-tool_tris_t build_convex_sweep(geom::topo_stl3d& mesh, const geom::mat4d& start,
-                               const geom::mat4d& end, double resolution);
+tool_tris_t build_convex_sweep(geom::topo_stl3d& mesh, const geom::mat4d& start, const geom::mat4d& end,
+                               double resolution);
 
 }  // namespace cbtr

@@ -40,8 +40,7 @@ struct cube_node_t {
   using children_t = std::array<slot_t, 8>;
   using tips_t = std::array<common::relaxed_t<double>, 12>;
 
-  cube_node_t(std::weak_ptr<cube_node_t> parent_node, std::uint32_t cx, std::uint32_t cy,
-              std::uint32_t cz);
+  cube_node_t(std::weak_ptr<cube_node_t> parent_node, std::uint32_t cx, std::uint32_t cy, std::uint32_t cz);
 
   int depth() const { return depth_of_centre(x); }
 

@@ -13,8 +13,7 @@ struct cube_node_t;
 
 struct cube_tri_t {
   std::array<std::array<double, 3>, 3> v;
-  std::array<double, 3> normal = {std::numeric_limits<double>::quiet_NaN(),
-                                  std::numeric_limits<double>::quiet_NaN(),
+  std::array<double, 3> normal = {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::quiet_NaN(),
                                   std::numeric_limits<double>::quiet_NaN()};
   const cube_node_t* node = nullptr;
   std::uint8_t index = 0;  // position of the triangle in its surface table row

@@ -27,10 +27,10 @@ struct tip_candidate_t {
 };
 
 struct edge_side_t {
-  double value;             // the crossing nearest this side's end; +-inf if none
-  std::uint32_t state = 0;  // the state it gives the corner there, 0 if none
+  double value;                             // the crossing nearest this side's end; +-inf if none
+  std::uint32_t state = 0;                  // the state it gives the corner there, 0 if none
   const tri_extension_t* winner = nullptr;  // the triangle that decided
-  bool at_corner = false;   // the surface passes through the corner itself
+  bool at_corner = false;                   // the surface passes through the corner itself
 };
 
 struct edge_tips_t {

@@ -27,7 +27,7 @@ bool holds_volume(const cube_node_t& node);
 //   1  merge here
 //   2  the tool takes nothing from the stock here
 //   3  too coarse to tell: split the cell
-int compare_leaf_with_tool(std::uint32_t stock_word, const cube_node_t::tips_t& stock_tips,
-                           std::uint32_t tool_word, const cube_node_t::tips_t& tool_tips);
+int compare_leaf_with_tool(std::uint32_t stock_word, const cube_node_t::tips_t& stock_tips, std::uint32_t tool_word,
+                           const cube_node_t::tips_t& tool_tips);
 
 }  // namespace cbtr

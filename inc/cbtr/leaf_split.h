@@ -17,8 +17,8 @@
 #include <cstdint>
 #include <optional>
 
-#include "cbtr/cell_t.h"
 #include "cbtr/cell_surface.h"
+#include "cbtr/cell_t.h"
 #include "cbtr/cube_node_t.h"
 
 namespace cbtr {

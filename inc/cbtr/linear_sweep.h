@@ -15,7 +15,6 @@
 
 namespace cbtr {
 
-tool_tris_t build_linear_sweep(geom::topo_stl3wfr_t& mesh, const exact_pose_t& start,
-                               const exact_pose_t& end);
+tool_tris_t build_linear_sweep(geom::topo_stl3wfr_t& mesh, const exact_pose_t& start, const exact_pose_t& end);
 
 }  // namespace cbtr

@@ -22,7 +22,7 @@ bool material_clear_of_face(std::uint32_t word, int axis, bool high);
 // corner on the tool's surface counts as the tool's), every tip on an edge
 // along the axis at or before it (a shared tip is a touch, not a cut), or
 // strictly before it when touches count.
-bool material_ends_before(std::uint32_t word, const cube_node_t::tips_t& tips, const cell_t& cell, int axis,
-                          bool high, double from, bool touches_count);
+bool material_ends_before(std::uint32_t word, const cube_node_t::tips_t& tips, const cell_t& cell, int axis, bool high,
+                          double from, bool touches_count);
 
 }  // namespace cbtr

@@ -22,8 +22,7 @@ inline constexpr std::uint32_t touch_verdict = 3;
 // towards -axis, side 1: towards +axis), the corner there is air when the
 // normal points that way and solid when it points back; a normal across the
 // line gives zero_state.
-std::uint32_t state_from_normal(const tri_extension_t& tri, int axis, int side,
-                                std::uint32_t zero_state);
+std::uint32_t state_from_normal(const tri_extension_t& tri, int axis, int side, std::uint32_t zero_state);
 
 // Whether the line, moved off its point by the infinitesimal step of the
 // judge values, passes through the triangle.

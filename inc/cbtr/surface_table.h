@@ -10,7 +10,7 @@
 namespace cbtr {
 
 struct surface_row_t {
-  std::uint8_t size;            // number of edge entries: three per triangle
+  std::uint8_t size;  // number of edge entries: three per triangle
   std::uint8_t edges[15];
 };
 

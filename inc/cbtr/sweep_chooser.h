@@ -17,8 +17,7 @@
 
 namespace cbtr {
 
-tool_tris_t build_sweeping(geom::topo_stl3d& mesh, geom::topo_stl3wfr_t& exact_mesh,
-                           const geom::mat4d& start, const geom::mat4d& end, double resolution,
-                           bool allow_rotation);
+tool_tris_t build_sweeping(geom::topo_stl3d& mesh, geom::topo_stl3wfr_t& exact_mesh, const geom::mat4d& start,
+                           const geom::mat4d& end, double resolution, bool allow_rotation);
 
 }  // namespace cbtr

@@ -31,9 +31,9 @@ struct tri_extension_t {
   bool has_no_area() const { return normal_sign == std::array<int, 3>{0, 0, 0}; }
 
   exact_tri_t tri;
-  std::array<vec3d, 3> corner_d;  // the corners in doubles
-  vec3d lo, hi;                   // box of corner_d
-  vec3d normal_d;                 // the exact normal in doubles, not unit
+  std::array<vec3d, 3> corner_d;   // the corners in doubles
+  vec3d lo, hi;                    // box of corner_d
+  vec3d normal_d;                  // the exact normal in doubles, not unit
   std::array<int, 3> normal_sign;  // exact sign of the normal on each axis
   fr plane_d;                      // normal . a
   double plane_dd;                 // plane_d in doubles

@@ -41,8 +41,7 @@ class cache_entry_base_t {
 template <class T>
 class cache_t final : public cache_entry_base_t {
  public:
-  cache_t(T value, std::uint64_t cost_bytes)
-      : cache_entry_base_t(cost_bytes), payload(std::move(value)) {}
+  cache_t(T value, std::uint64_t cost_bytes) : cache_entry_base_t(cost_bytes), payload(std::move(value)) {}
 
   const T payload;
 };

@@ -28,8 +28,8 @@ class bind {
 
   // The stack starts with model as its one element. Sets points of 4 pixels
   // and lines of 2 pixels, saving the driver's values first.
-  bind(const mat4d& model, const mat4d& view, const mat4d& scale, const mat4d& to_clip,
-       std::int32_t flags, std::int32_t width, std::int32_t height);
+  bind(const mat4d& model, const mat4d& view, const mat4d& scale, const mat4d& to_clip, std::int32_t flags,
+       std::int32_t width, std::int32_t height);
 
   // The model stack. Reading or changing the top of an empty stack throws
   // std::out_of_range; popping an empty stack does nothing.

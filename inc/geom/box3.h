@@ -37,14 +37,12 @@ struct box3 {
 
   // Closed boxes: touching counts.
   bool overlaps(const box3& o) const {
-    return min.x <= o.max.x && o.min.x <= max.x && min.y <= o.max.y && o.min.y <= max.y &&
-           min.z <= o.max.z && o.min.z <= max.z;
+    return min.x <= o.max.x && o.min.x <= max.x && min.y <= o.max.y && o.min.y <= max.y && min.z <= o.max.z &&
+           o.min.z <= max.z;
   }
 
  private:
-  static double outward(double c, double direction) {
-    return c + direction * (std::fabs(c) * 1e-9 + 1e-12);
-  }
+  static double outward(double c, double direction) { return c + direction * (std::fabs(c) * 1e-9 + 1e-12); }
 };
 
 }  // namespace geom

@@ -68,7 +68,9 @@ class coordinate_grid_t {
   const geom::fr& _fraction(double v) const {
     return _fractions[std::lower_bound(_values.begin(), _values.end(), v) - _values.begin()];
   }
-  geom::vec3fr _point(const std::array<double, 3>& p) const { return {_fraction(p[0]), _fraction(p[1]), _fraction(p[2])}; }
+  geom::vec3fr _point(const std::array<double, 3>& p) const {
+    return {_fraction(p[0]), _fraction(p[1]), _fraction(p[2])};
+  }
 
   std::vector<double> _values;  // sorted, distinct
   std::vector<geom::fr> _fractions;
@@ -77,7 +79,6 @@ class coordinate_grid_t {
 void report(common::progress_monitor_t* monitor, const std::string& text, std::int64_t total) {
   if (monitor) monitor->set_msg(text, total);
 }
-
 
 }  // namespace
 
@@ -111,9 +112,9 @@ std::vector<tri_extension_t> exact_records(const std::vector<geom::stl_tri_t>& t
   return records;
 }
 
-std::unique_ptr<cube_tree_t> build_cube_tree(const geom::stl3d_t& soup, double grid_width,
-                                             const stop_token* stop, common::progress_monitor_t* monitor,
-                                             build_counts_t* counts, defect_sink_t* defects) {
+std::unique_ptr<cube_tree_t> build_cube_tree(const geom::stl3d_t& soup, double grid_width, const stop_token* stop,
+                                             common::progress_monitor_t* monitor, build_counts_t* counts,
+                                             defect_sink_t* defects) {
   const auto resolution = static_cast<std::uint32_t>(resolution_from_width(grid_width));
   auto tree = std::make_unique<cube_tree_t>(resolution);
   const double fr_resolution = fraction_resolution(soup.tris, grid_width);

@@ -60,8 +60,7 @@ std::optional<double> half_edge_tip(const std::shared_ptr<cube_node_t>& child, i
 double fallback_tip(const cube_node_t& branch, int e, std::uint32_t code) {
   const std::uint32_t centre[3] = {branch.x, branch.y, branch.z};
   const auto quarter = static_cast<std::int32_t>(half_width(branch.depth()) / 2);
-  return lattice_offset_to_model(centre[edge_axis(e)],
-                                 code == edge_code_high_solid ? quarter : -quarter);
+  return lattice_offset_to_model(centre[edge_axis(e)], code == edge_code_high_solid ? quarter : -quarter);
 }
 
 }  // namespace

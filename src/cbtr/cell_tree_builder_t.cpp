@@ -47,8 +47,7 @@ int plane_side(const tri_extension_t& t, const cell_t& cell, int k) {
   }
   if (std::abs(value) > tolerance * magnitude) return value > 0 ? 1 : -1;
   fr exact = -t.plane_d;
-  for (int a = 0; a < 3; ++a)
-    exact += component(t.tri.normal, a) * lattice_fraction(cell.face_model(a, (k >> a) & 1));
+  for (int a = 0; a < 3; ++a) exact += component(t.tri.normal, a) * lattice_fraction(cell.face_model(a, (k >> a) & 1));
   return exact.sign();
 }
 

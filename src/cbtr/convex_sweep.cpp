@@ -73,8 +73,7 @@ double dot_d(const geom::vec3d& a, const geom::vec3d& b) { return a.x * b.x + a.
 
 class hull_points_collector {
  public:
-  hull_points_collector(const geom::mat4d& start, const geom::mat4d& end, double resolution,
-                        std::size_t points)
+  hull_points_collector(const geom::mat4d& start, const geom::mat4d& end, double resolution, std::size_t points)
       : _start(start), _end(end), _resolution(resolution) {
     _sweep.reserve(points);
     _index.reserve(points);
@@ -162,8 +161,8 @@ class hull_points_collector {
 
 }  // namespace
 
-tool_tris_t build_convex_sweep(geom::topo_stl3d& mesh, const geom::mat4d& start,
-                               const geom::mat4d& end, double resolution) {
+tool_tris_t build_convex_sweep(geom::topo_stl3d& mesh, const geom::mat4d& start, const geom::mat4d& end,
+                               double resolution) {
   // Without motion no vertex faces either way and none would go in.
   if (start.m == end.m) return build_stationary(mesh, end, resolution);
   hull_points_collector collector(start, end, resolution, mesh.point_count());

@@ -2,8 +2,7 @@
 
 namespace cbtr {
 
-cube_node_t::cube_node_t(std::weak_ptr<cube_node_t> parent_node, std::uint32_t cx,
-                         std::uint32_t cy, std::uint32_t cz)
+cube_node_t::cube_node_t(std::weak_ptr<cube_node_t> parent_node, std::uint32_t cx, std::uint32_t cy, std::uint32_t cz)
     : parent(std::move(parent_node)), x(cx), y(cy), z(cz) {
   for (auto& tip : tips) tip = no_tip;
 }
@@ -21,9 +20,8 @@ std::array<std::shared_ptr<cube_node_t>, 8> snapshot_slots(const std::shared_ptr
 
 std::array<double, 6> cell_box(const cube_node_t& node) {
   const auto h = static_cast<std::int32_t>(half_width(node.depth()));
-  return {lattice_offset_to_model(node.x, -h), lattice_offset_to_model(node.y, -h),
-          lattice_offset_to_model(node.z, -h), lattice_offset_to_model(node.x, h),
-          lattice_offset_to_model(node.y, h),  lattice_offset_to_model(node.z, h)};
+  return {lattice_offset_to_model(node.x, -h), lattice_offset_to_model(node.y, -h), lattice_offset_to_model(node.z, -h),
+          lattice_offset_to_model(node.x, h),  lattice_offset_to_model(node.y, h),  lattice_offset_to_model(node.z, h)};
 }
 
 std::array<double, 3> tip_point(const cube_node_t& node, int e) {

@@ -19,9 +19,7 @@ class record_out_t {
     for (int i = 0; i < bytes; ++i) _bytes[_size++] = static_cast<char>(value >> (8 * i));
   }
   void put(double value) { put(std::bit_cast<std::uint64_t>(value), 8); }
-  void write_to(std::ostream& out) const {
-    out.write(_bytes.data(), static_cast<std::streamsize>(_size));
-  }
+  void write_to(std::ostream& out) const { out.write(_bytes.data(), static_cast<std::streamsize>(_size)); }
 
  private:
   std::array<char, max_record_bytes> _bytes{};
@@ -84,8 +82,7 @@ class field_in_t {
 
 class tree_reader_t {
  public:
-  tree_reader_t(std::istream& in, attachment_map_t* attachments)
-      : _in(in), _attachments(attachments) {}
+  tree_reader_t(std::istream& in, attachment_map_t* attachments) : _in(in), _attachments(attachments) {}
 
   std::uint32_t read_resolution() { return static_cast<std::uint32_t>(_in.get(4)); }
 
@@ -113,9 +110,9 @@ class tree_reader_t {
     node->children.store(children);
     for (int c = 0; c < 8; ++c) {
       if (!(mask & (1u << c))) continue;
-      auto child = std::make_shared<cube_node_t>(node, child_centre(node->x, depth, c & 1),
-                                                 child_centre(node->y, depth, c & 2),
-                                                 child_centre(node->z, depth, c & 4));
+      auto child =
+          std::make_shared<cube_node_t>(node, child_centre(node->x, depth, c & 1), child_centre(node->y, depth, c & 2),
+                                        child_centre(node->z, depth, c & 4));
       (*children)[c].store(child);
       read_node(child, depth + 1);
     }
@@ -147,8 +144,8 @@ bool write_tree(std::ostream& out, const cube_tree_t& tree) {
 std::unique_ptr<cube_tree_t> read_tree(std::istream& in, attachment_map_t* attachments) {
   tree_reader_t reader(in, attachments);
   auto tree = std::make_unique<cube_tree_t>(reader.read_resolution());
-  auto root = std::make_shared<cube_node_t>(std::weak_ptr<cube_node_t>{}, lattice_centre,
-                                            lattice_centre, lattice_centre);
+  auto root =
+      std::make_shared<cube_node_t>(std::weak_ptr<cube_node_t>{}, lattice_centre, lattice_centre, lattice_centre);
   tree->root.store(root);
   reader.read_node(root, 0);
   return tree;

@@ -49,8 +49,8 @@ double edge_crossing(const tri_extension_t& t, int k, const grid_line_t& l) {
   const vec3d& p = t.corner_d[k];
   const vec3d& q = t.corner_d[(k + 1) % 3];
   // Interpolate along the longer projected extent of the edge.
-  const bool on_a1 = std::abs(component(q, l.a1) - component(p, l.a1)) >=
-                     std::abs(component(q, l.a2) - component(p, l.a2));
+  const bool on_a1 =
+      std::abs(component(q, l.a1) - component(p, l.a1)) >= std::abs(component(q, l.a2) - component(p, l.a2));
   const int c = on_a1 ? l.a1 : l.a2;
   const double qc = on_a1 ? l.u : l.v;
   const double pc = component(p, c), dc = component(q, c) - pc;
@@ -101,16 +101,14 @@ int plane_side(const tri_extension_t& t, const grid_line_t& l) {
   const double n1u = component(t.normal_d, l.a1) * l.u;
   const double n2v = component(t.normal_d, l.a2) * l.v;
   const double value = n1u + n2v - t.plane_dd;
-  if (std::abs(value) > tolerance * (std::abs(n1u) + std::abs(n2v) + std::abs(t.plane_dd)))
-    return sign_of(value);
+  if (std::abs(value) > tolerance * (std::abs(n1u) + std::abs(n2v) + std::abs(t.plane_dd))) return sign_of(value);
   return (component(t.tri.normal, l.a1) * l.uf() + component(t.tri.normal, l.a2) * l.vf() - t.plane_d).sign();
 }
 
 // Offset of corner k from the line within the triangle's plane, on the axis
 // across the line along which the plane is not vertical.
 fr offset(const tri_extension_t& t, int k, const grid_line_t& l) {
-  return t.normal_sign[l.a1] != 0 ? component(t.corner(k), l.a2) - l.vf()
-                                  : component(t.corner(k), l.a1) - l.uf();
+  return t.normal_sign[l.a1] != 0 ? component(t.corner(k), l.a2) - l.vf() : component(t.corner(k), l.a1) - l.uf();
 }
 
 // The overlap of a line lying in the triangle's plane, in doubles: only the

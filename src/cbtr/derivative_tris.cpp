@@ -20,8 +20,9 @@ vec3d abs_of(const vec3d& v) { return {std::fabs(v.x), std::fabs(v.y), std::fabs
 vec3d unit_cross(const vec3d& u, const vec3d& v) {
   const vec3d n = {u.y * v.z - u.z * v.y, u.z * v.x - u.x * v.z, u.x * v.y - u.y * v.x};
   const double length = std::sqrt(n.x * n.x + n.y * n.y + n.z * n.z);
-  if (length == 0) return {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::quiet_NaN(),
-                           std::numeric_limits<double>::quiet_NaN()};
+  if (length == 0)
+    return {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::quiet_NaN(),
+            std::numeric_limits<double>::quiet_NaN()};
   return {n.x / length, n.y / length, n.z / length};
 }
 

@@ -23,8 +23,7 @@ class view_counter_t {
     const int d = node.depth();
     if (_count[d] > _limit) return;
     if (tested) {
-      const double centre[3] = {lattice_to_model(node.x), lattice_to_model(node.y),
-                                lattice_to_model(node.z)};
+      const double centre[3] = {lattice_to_model(node.x), lattice_to_model(node.y), lattice_to_model(node.z)};
       const int relation = _test(centre, sqrt3 * grid_width(d));
       if (relation == 0) return;
       tested = relation == 1;
@@ -60,8 +59,8 @@ int choose_draw_depth(cube_tree_t& tree, const view_test_t& test) {
 }
 
 int choose_draw_depth(cube_tree_t& tree, disp::bind& b) {
-  return choose_draw_depth(
-      tree, [&b](const double centre[3], double radius) { return b.box_relation(centre, radius); });
+  return choose_draw_depth(tree,
+                           [&b](const double centre[3], double radius) { return b.box_relation(centre, radius); });
 }
 
 }  // namespace cbtr

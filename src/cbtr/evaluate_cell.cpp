@@ -29,8 +29,8 @@ struct scratch_t {
 
 struct edge_t {
   grid_line_t line;
-  std::uint32_t cu, cv;    // the line's lattice place
-  double lo, hi;           // the edge's span on the line
+  std::uint32_t cu, cv;     // the line's lattice place
+  double lo, hi;            // the edge's span on the line
   bool lo_on_face = false;  // a triangle lying along the line covers the low end
   bool hi_on_face = false;
 };

@@ -20,8 +20,8 @@ void add_term(geom::fr& sum, const geom::fr& m, const geom::fr& x) {
 
 geom::vec3fr apply_block(const exact_pose_t& pose, const geom::vec3fr& v, bool translate) {
   const auto& m = pose.m;
-  geom::vec3fr out = translate ? translation_of(pose)
-                               : geom::vec3fr{geom::fr::zero(), geom::fr::zero(), geom::fr::zero()};
+  geom::vec3fr out =
+      translate ? translation_of(pose) : geom::vec3fr{geom::fr::zero(), geom::fr::zero(), geom::fr::zero()};
   geom::fr* rows[3] = {&out.x, &out.y, &out.z};
   for (int r = 0; r < 3; ++r) {
     add_term(*rows[r], m[r], v.x);
@@ -41,13 +41,9 @@ exact_pose_t to_exact_pose(const geom::mat4d& pose, double resolution) {
   return out;
 }
 
-geom::vec3fr transform(const exact_pose_t& pose, const geom::vec3fr& p) {
-  return apply_block(pose, p, true);
-}
+geom::vec3fr transform(const exact_pose_t& pose, const geom::vec3fr& p) { return apply_block(pose, p, true); }
 
-geom::vec3fr rotate(const exact_pose_t& pose, const geom::vec3fr& v) {
-  return apply_block(pose, v, false);
-}
+geom::vec3fr rotate(const exact_pose_t& pose, const geom::vec3fr& v) { return apply_block(pose, v, false); }
 
 bool turns(const exact_pose_t& pose) {
   for (int r = 0; r < 3; ++r)
@@ -59,8 +55,7 @@ bool turns(const exact_pose_t& pose) {
 geom::vec3fr translation_of(const exact_pose_t& pose) { return {pose.m[12], pose.m[13], pose.m[14]}; }
 
 geom::vec3fr snap(const geom::vec3d& p, double resolution) {
-  return {geom::from_double(p.x, resolution), geom::from_double(p.y, resolution),
-          geom::from_double(p.z, resolution)};
+  return {geom::from_double(p.x, resolution), geom::from_double(p.y, resolution), geom::from_double(p.z, resolution)};
 }
 
 }  // namespace cbtr

@@ -96,8 +96,8 @@ std::vector<piece_cell_t> piece_finder_t::outside_main_body() {
   for (std::size_t i = 0; i < _cells.size(); ++i)
     if (_find(i) == i) roots.push_back(i);
   if (roots.size() < 2) return {};
-  const std::size_t main = *std::max_element(roots.begin(), roots.end(),
-                                             [&](std::size_t a, std::size_t b) { return _size[a] < _size[b]; });
+  const std::size_t main =
+      *std::max_element(roots.begin(), roots.end(), [&](std::size_t a, std::size_t b) { return _size[a] < _size[b]; });
   std::vector<piece_cell_t> out;
   for (std::size_t i = 0; i < _cells.size(); ++i)
     if (_find(i) != main) out.push_back(_cells[i]);

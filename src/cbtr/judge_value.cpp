@@ -97,8 +97,8 @@ tip_flags_t tip_flags_from(const char* pack, const char* probe_var, const char* 
 }
 
 const tip_flags_t& tip_flags() {
-  static const tip_flags_t flags = tip_flags_from(
-      std::getenv("QV_CBTR_PACK"), std::getenv("QV_CBTR_WIDTH_PROBE"), std::getenv("QV_CBTR_SHARP_ENCODE_A"));
+  static const tip_flags_t flags = tip_flags_from(std::getenv("QV_CBTR_PACK"), std::getenv("QV_CBTR_WIDTH_PROBE"),
+                                                  std::getenv("QV_CBTR_SHARP_ENCODE_A"));
   return flags;
 }
 

@@ -13,9 +13,7 @@ double nearest_lattice(double x) { return std::round(x * steps_per_unit) / steps
 
 }  // namespace
 
-geom::fr lattice_fraction(double x) {
-  return geom::fr(static_cast<std::int64_t>(x * steps_per_unit), 1024);
-}
+geom::fr lattice_fraction(double x) { return geom::fr(static_cast<std::int64_t>(x * steps_per_unit), 1024); }
 
 double lattice_safe_double(geom::fr t) {
   const double d = t.value();

@@ -80,8 +80,8 @@ bool merge_tool_leaf(cube_node_t& stock, const cube_node_t& tool, bool touch_cou
   return changed;
 }
 
-int compare_leaf_with_tool(std::uint32_t stock_word, const cube_node_t::tips_t& stock_tips,
-                           std::uint32_t tool_word, const cube_node_t::tips_t& tool_tips) {
+int compare_leaf_with_tool(std::uint32_t stock_word, const cube_node_t::tips_t& stock_tips, std::uint32_t tool_word,
+                           const cube_node_t::tips_t& tool_tips) {
   constexpr int takes_nothing = 1, merge_is_faithful = 2;
   constexpr double tolerance = 1e-7;
   int v = takes_nothing | merge_is_faithful;

@@ -3,8 +3,8 @@
 #include "cbtr/cell_surface.h"
 
 #include <cmath>
-#include <memory>
 #include <limits>
+#include <memory>
 
 namespace cbtr {
 
@@ -144,8 +144,8 @@ child_plan_t child_of(const split_grid_t& g, int k) {
   const index3 base = {k & 1, (k >> 1) & 1, (k >> 2) & 1};
   child_plan_t child{0, {}};
   for (int c = 0; c < 8; ++c)
-    child.corners = with_corner(child.corners, c,
-                                g.state({base[0] + (c & 1), base[1] + ((c >> 1) & 1), base[2] + ((c >> 2) & 1)}));
+    child.corners =
+        with_corner(child.corners, c, g.state({base[0] + (c & 1), base[1] + ((c >> 1) & 1), base[2] + ((c >> 2) & 1)}));
   for (int e = 0; e < 12; ++e) {
     const edge_place_t& p = edge_places[e];
     child.tips[e] = g.tip(p.a, base[p.a], base[p.a1] + p.o1, base[p.a2] + p.o2);

@@ -62,9 +62,9 @@ class linear_sweep_builder {
     geom::vec3fr n = _turned ? reduced_cross(a, b, c) : t.integer_normal;
     if (is_zero(n)) return;
     const bool front = dot(n, _motion).sign() >= 0;
-    tool_tri_t& out = front ? _out.emplace_back(make_tool_tri(a, b, c, n))
-                            : _out.emplace_back(make_tool_tri(_at_start(t.p[0]), _at_start(t.p[1]),
-                                                              _at_start(t.p[2]), n));
+    tool_tri_t& out =
+        front ? _out.emplace_back(make_tool_tri(a, b, c, n))
+              : _out.emplace_back(make_tool_tri(_at_start(t.p[0]), _at_start(t.p[1]), _at_start(t.p[2]), n));
     out.unit_normal = unit_of(out.normal);
     _sides.emplace(&t, front ? side_t::end : side_t::start);
   }
@@ -110,8 +110,7 @@ class linear_sweep_builder {
 
 }  // namespace
 
-tool_tris_t build_linear_sweep(geom::topo_stl3wfr_t& mesh, const exact_pose_t& start,
-                               const exact_pose_t& end) {
+tool_tris_t build_linear_sweep(geom::topo_stl3wfr_t& mesh, const exact_pose_t& start, const exact_pose_t& end) {
   return linear_sweep_builder(mesh, start, end).run();
 }
 

@@ -17,8 +17,8 @@ bool material_clear_of_face(std::uint32_t word, int axis, bool high) {
   return true;
 }
 
-bool material_ends_before(std::uint32_t word, const cube_node_t::tips_t& tips, const cell_t& cell, int axis,
-                          bool high, double from, bool touches_count) {
+bool material_ends_before(std::uint32_t word, const cube_node_t::tips_t& tips, const cell_t& cell, int axis, bool high,
+                          double from, bool touches_count) {
   for (int k = 0; k < 8; ++k)
     if (corner_of(word, k) == corner_solid && !before(cell.face_model(axis, (k >> axis) & 1), from, !high))
       return false;

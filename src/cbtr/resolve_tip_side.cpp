@@ -4,8 +4,7 @@
 
 namespace cbtr {
 
-std::uint32_t state_from_normal(const tri_extension_t& tri, int axis, int side,
-                                std::uint32_t zero_state) {
+std::uint32_t state_from_normal(const tri_extension_t& tri, int axis, int side, std::uint32_t zero_state) {
   const int sign = tri.normal_sign[axis];
   if (sign == 0) return zero_state;
   const int towards = side ? 1 : -1;
@@ -66,8 +65,7 @@ std::uint32_t touch_state(std::span<const tip_candidate_t> group, int axis, int 
     solid |= s == corner_solid;
   }
   if (air != solid) return air ? corner_air : corner_solid;
-  const bool two_on_one_edge = group.size() == 2 && group[0].hit->edge_index() >= 0 &&
-                               group[1].hit->edge_index() >= 0;
+  const bool two_on_one_edge = group.size() == 2 && group[0].hit->edge_index() >= 0 && group[1].hit->edge_index() >= 0;
   if (!air || !two_on_one_edge) return corner_unset;
   return convex_fold(group[0], group[1]) ? corner_air : corner_solid;
 }

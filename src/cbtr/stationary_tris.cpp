@@ -7,8 +7,7 @@ namespace cbtr {
 namespace {
 
 // Appends the triangle a b c unless its normal is exactly zero.
-void append_if_proper(tool_tris_t& out, const geom::vec3fr& a, const geom::vec3fr& b,
-                      const geom::vec3fr& c) {
+void append_if_proper(tool_tris_t& out, const geom::vec3fr& a, const geom::vec3fr& b, const geom::vec3fr& c) {
   geom::vec3fr n = reduced_cross(a, b, c);
   if (is_zero(n)) return;
   tool_tri_t& t = out.emplace_back(make_tool_tri(a, b, c, n));
@@ -20,9 +19,7 @@ void append_if_proper(tool_tris_t& out, const geom::vec3fr& a, const geom::vec3f
 tool_tris_t build_stationary(geom::topo_stl3d& mesh, const geom::mat4d& pose, double resolution) {
   tool_tris_t out;
   out.reserve(mesh.tri_count());
-  const auto convert = [&](const geom::topo_point3<double>& p) {
-    return snap(pose.apply(p.pos()), resolution);
-  };
+  const auto convert = [&](const geom::topo_point3<double>& p) { return snap(pose.apply(p.pos()), resolution); };
   point_cache<geom::topo_point3<double>, decltype(convert)> exact(mesh.point_count(), convert);
   for (const geom::topo_tri3<double>& t : mesh.tris()) {
     append_if_proper(out, exact(t.a), exact(t.b), exact(t.c));

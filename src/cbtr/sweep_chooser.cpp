@@ -29,9 +29,8 @@ double longest_component(const geom::mat4d& start, const geom::mat4d& end) {
 
 }  // namespace
 
-tool_tris_t build_sweeping(geom::topo_stl3d& mesh, geom::topo_stl3wfr_t& exact_mesh,
-                           const geom::mat4d& start, const geom::mat4d& end, double resolution,
-                           bool allow_rotation) {
+tool_tris_t build_sweeping(geom::topo_stl3d& mesh, geom::topo_stl3wfr_t& exact_mesh, const geom::mat4d& start,
+                           const geom::mat4d& end, double resolution, bool allow_rotation) {
   const exact_pose_t exact_end = to_exact_pose(end, resolution);
   if (!same_elements(start, end, 0, 12)) {
     if (allow_rotation) return build_convex_sweep(mesh, start, end, resolution);
@@ -40,8 +39,7 @@ tool_tris_t build_sweeping(geom::topo_stl3d& mesh, geom::topo_stl3wfr_t& exact_m
   if (same_elements(start, end, 12, 16)) return build_stationary_exact(exact_mesh, exact_end);
   // Shorter than two grid steps: the snapped poses could not tell start
   // from end apart in any useful way.
-  if (2 * resolution > std::fabs(longest_component(start, end)))
-    return build_stationary_exact(exact_mesh, exact_end);
+  if (2 * resolution > std::fabs(longest_component(start, end))) return build_stationary_exact(exact_mesh, exact_end);
   return build_linear_sweep(exact_mesh, to_exact_pose(start, resolution), exact_end);
 }
 

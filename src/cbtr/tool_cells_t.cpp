@@ -13,8 +13,8 @@ std::shared_ptr<cube_node_t> tool_cells_t::build(const cell_t& cell, std::span<c
     if (!lists[k].empty()) kids[k] = this->cell(cell.child(k), lists[k]);
   const std::optional<std::uint32_t> word = branch_corner_word(kids);
   if (!word || stopped()) return nullptr;
-  auto branch = std::make_shared<cube_node_t>(std::weak_ptr<cube_node_t>{}, cell.centre[0], cell.centre[1],
-                                               cell.centre[2]);
+  auto branch =
+      std::make_shared<cube_node_t>(std::weak_ptr<cube_node_t>{}, cell.centre[0], cell.centre[1], cell.centre[2]);
   branch->kind = kind_branch;
   branch->corners = *word;
   auto children = std::make_shared<cube_node_t::children_t>();
@@ -39,8 +39,8 @@ std::shared_ptr<cube_node_t> tool_cells_t::cell(const cell_t& child, std::span<c
 }
 
 std::shared_ptr<cube_node_t> tool_cells_t::leaf(const cell_t& cell, const edge_tips_t& tips) {
-  auto leaf = std::make_shared<cube_node_t>(std::weak_ptr<cube_node_t>{}, cell.centre[0], cell.centre[1],
-                                             cell.centre[2]);
+  auto leaf =
+      std::make_shared<cube_node_t>(std::weak_ptr<cube_node_t>{}, cell.centre[0], cell.centre[1], cell.centre[2]);
   leaf->kind = kind_leaf;
   leaf->corners = tips.corners;
   for (int e = 0; e < 12; ++e) leaf->tips[e] = tips.tip(e);

@@ -2,8 +2,8 @@
 
 #include <numeric>
 
-#include "cbtr/cell_surface.h"
 #include "cbtr/analytic/stick_cells.h"
+#include "cbtr/cell_surface.h"
 #include "cbtr/cell_tree_builder_t.h"
 #include "cbtr/contour_memo.h"
 #include "cbtr/leaf_merge.h"
@@ -81,15 +81,11 @@ class step_runner_t {
   void first_pass(const std::shared_ptr<cube_node_t>& stock, const cell_t& cell, int k,
                   std::span<const std::uint32_t> list, pass_t& pass);
   // Whether child k changed.
-  bool recurse(const cell_t& cell, int k,
-               std::span<const std::uint32_t> list, pass_t& pass);
-  void split_and_recurse(const cell_t& cell, int k,
-                         std::span<const std::uint32_t> list, pass_t& pass);
+  bool recurse(const cell_t& cell, int k, std::span<const std::uint32_t> list, pass_t& pass);
+  void split_and_recurse(const cell_t& cell, int k, std::span<const std::uint32_t> list, pass_t& pass);
   bool tool_beyond_material(const cube_node_t& leaf, const cell_t& cell, std::span<const std::uint32_t> list) const;
-  bool passes_by(const cube_node_t& leaf, const cell_t& cell, int k, std::span<const std::uint32_t> list,
-                 pass_t& pass);
-  void at_leaf(const cell_t& cell, int k,
-               std::span<const std::uint32_t> list, pass_t& pass);
+  bool passes_by(const cube_node_t& leaf, const cell_t& cell, int k, std::span<const std::uint32_t> list, pass_t& pass);
+  void at_leaf(const cell_t& cell, int k, std::span<const std::uint32_t> list, pass_t& pass);
   void second_pass(const std::shared_ptr<cube_node_t>& stock, std::uint32_t tool_word, int k, pass_t& pass);
   bool merge_material(cube_node_t& leaf, const cube_node_t& tool) const;
   void turn_to_material(cube_node_t& tool) const;
@@ -105,8 +101,7 @@ class step_runner_t {
   step_options_t _options;
 };
 
-bool step_runner_t::material_solid(const std::shared_ptr<cube_node_t>& child, const cube_node_t& parent,
-                                   int k) const {
+bool step_runner_t::material_solid(const std::shared_ptr<cube_node_t>& child, const cube_node_t& parent, int k) const {
   if (!child) return corner_of(seen(parent.corners), k) == corner_solid;
   return child->kind == (_options.subtract ? kind_solid : kind_air);
 }
@@ -118,8 +113,7 @@ bool step_runner_t::material_volume(const cube_node_t& child) const {
   return true;
 }
 
-bool step_runner_t::material_air(const std::shared_ptr<cube_node_t>& child, const cube_node_t& parent,
-                                 int k) const {
+bool step_runner_t::material_air(const std::shared_ptr<cube_node_t>& child, const cube_node_t& parent, int k) const {
   if (!child) return corner_of(seen(parent.corners), k) == corner_air;
   return child->kind == (_options.subtract ? kind_air : kind_solid);
 }
@@ -170,8 +164,7 @@ void step_runner_t::first_pass(const std::shared_ptr<cube_node_t>& stock, const 
   recurse(cell, k, list, pass);
 }
 
-bool step_runner_t::recurse(const cell_t& cell, int k,
-                            std::span<const std::uint32_t> list, pass_t& pass) {
+bool step_runner_t::recurse(const cell_t& cell, int k, std::span<const std::uint32_t> list, pass_t& pass) {
   const level_t r = branch(pass.stock[k], cell.child(k), list);
   if (r.word) pass.know(k, *r.word);
   if (!(r.bits & looked)) {
@@ -188,8 +181,7 @@ bool step_runner_t::recurse(const cell_t& cell, int k,
 // A leaf split for a closer look that the tool then left as it was becomes
 // the leaf again: the tool's edge passing over a flat floor would otherwise
 // leave it in the finest cells for good.
-void step_runner_t::split_and_recurse(const cell_t& cell, int k,
-                                      std::span<const std::uint32_t> list, pass_t& pass) {
+void step_runner_t::split_and_recurse(const cell_t& cell, int k, std::span<const std::uint32_t> list, pass_t& pass) {
   const std::shared_ptr<cube_node_t>& leaf = pass.stock[k];
   forget_caches(*leaf);
   if (recurse(cell, k, list, pass)) return;
@@ -224,16 +216,14 @@ bool step_runner_t::passes_by(const cube_node_t& leaf, const cell_t& cell, int k
   const std::uint32_t word = seen(leaf.corners);
   for (int c = 0; c < 8; ++c) {
     const std::uint32_t material = corner_of(word, c);
-    if (material != corner_air && (material != corner_solid || corner_of(tips.corners, c) != corner_air))
-      return false;
+    if (material != corner_air && (material != corner_solid || corner_of(tips.corners, c) != corner_air)) return false;
   }
   pass.know(k, tips.corners);
   pass.skip |= 1u << k;
   return true;
 }
 
-void step_runner_t::at_leaf(const cell_t& cell, int k,
-                            std::span<const std::uint32_t> list, pass_t& pass) {
+void step_runner_t::at_leaf(const cell_t& cell, int k, std::span<const std::uint32_t> list, pass_t& pass) {
   const std::shared_ptr<cube_node_t>& leaf = pass.stock[k];
   const cell_t child = cell.child(k);
   const bool coarse = child.depth < static_cast<int>(_limit);
@@ -251,8 +241,8 @@ void step_runner_t::at_leaf(const cell_t& cell, int k,
   pass.delta[k] = _builder.leaf(child, tips);
   pass.know(k, tips.corners);
   if (!coarse || !flat) return;
-  const int verdict = compare_leaf_with_tool(seen(leaf->corners), leaf->tips, pass.delta[k]->corners,
-                                             pass.delta[k]->tips);
+  const int verdict =
+      compare_leaf_with_tool(seen(leaf->corners), leaf->tips, pass.delta[k]->corners, pass.delta[k]->tips);
   if (verdict == 2) pass.skip |= 1u << k;
   if (verdict == 3 && split_leaf(leaf, split_mode)) split_and_recurse(cell, k, list, pass);
 }
@@ -290,8 +280,7 @@ void step_runner_t::second_pass(const std::shared_ptr<cube_node_t>& stock, std::
   }
   if (child && (child->kind & kind_leaf) && !is_branch(*tool)) {
     // Once material went at this level, no later cell needs the check.
-    const bool takes_volume =
-        pass.removed || _options.touch_counts || (material_volume(*child) && holds_volume(*tool));
+    const bool takes_volume = pass.removed || _options.touch_counts || (material_volume(*child) && holds_volume(*tool));
     if (!merge_material(*child, *tool)) return;
     pass.changed = true;
     pass.removed |= takes_volume;

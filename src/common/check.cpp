@@ -4,7 +4,6 @@
 #include <cstdio>
 #include <cstdlib>
 
-
 namespace common {
 
 namespace {
@@ -40,16 +39,14 @@ size_t name_start(std::string_view s, size_t end) {
 
 }  // namespace
 
-void print_failure_report(std::string_view msg, std::string_view func, std::string_view file,
-                          int line) noexcept {
+void print_failure_report(std::string_view msg, std::string_view func, std::string_view file, int line) noexcept {
   // One write, so that reports of two threads do not interleave line by line.
   const std::string text = failure_report(msg, func, file, line) + "\n";
   std::fwrite(text.data(), 1, text.size(), stderr);
   std::fflush(stderr);
 }
 
-void abort_with_report(std::string_view msg, std::string_view func, std::string_view file,
-                       int line) noexcept {
+void abort_with_report(std::string_view msg, std::string_view func, std::string_view file, int line) noexcept {
   print_failure_report(msg, func, file, line);
   std::abort();
 }
@@ -64,13 +61,11 @@ std::string qualified_function_name(std::string_view pretty_function) {
 std::string source_path(std::string_view file) {
   const size_t slash = file.rfind('/');
   const size_t dot = file.rfind('.');
-  if (dot != std::string_view::npos && (slash == std::string_view::npos || dot > slash))
-    file = file.substr(0, dot);
+  if (dot != std::string_view::npos && (slash == std::string_view::npos || dot > slash)) file = file.substr(0, dot);
   return std::string(file);
 }
 
-std::string failure_report(std::string_view msg, std::string_view func, std::string_view file,
-                           int line) {
+std::string failure_report(std::string_view msg, std::string_view func, std::string_view file, int line) {
   std::string out = "Program abort: ";
   out.append(msg).append("\nAt ").append(func);
   out.append("\nDetail: at line ").append(std::to_string(line));
@@ -78,15 +73,13 @@ std::string failure_report(std::string_view msg, std::string_view func, std::str
   return out;
 }
 
-void abort_at(const std::string& msg, const char* pretty_function, const char* file,
-              int line) noexcept {
+void abort_at(const std::string& msg, const char* pretty_function, const char* file, int line) noexcept {
   const std::string func = qualified_function_name(pretty_function);
   const std::string path = source_path(file);
   abort_with_report(msg, func, path, line);
 }
 
-void warn_at(const std::string& msg, const char* pretty_function, const char* file,
-             int line) noexcept {
+void warn_at(const std::string& msg, const char* pretty_function, const char* file, int line) noexcept {
   const std::string func = qualified_function_name(pretty_function);
   const std::string path = source_path(file);
   print_failure_report(msg, func, path, line);
@@ -100,4 +93,3 @@ void check_last_error(const char* msg, const char* func, const char* file, const
 }
 
 }  // namespace common
-

@@ -2,8 +2,7 @@
 
 namespace common {
 
-stop_callback_t::stop_callback_t(const stop_token* token, stop_callback_node_t::fn_t fn,
-                                 void* ctx) noexcept {
+stop_callback_t::stop_callback_t(const stop_token* token, stop_callback_node_t::fn_t fn, void* ctx) noexcept {
   _node.fn = fn;
   _node.ctx = ctx;
   if (!token || !token->state) return;

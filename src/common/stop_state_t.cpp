@@ -24,9 +24,7 @@ bool stop_state_t::stop_requested() const noexcept {
   return (_source_word.load(std::memory_order_acquire) & stop_bit) != 0;
 }
 
-bool stop_state_t::stop_possible() const noexcept {
-  return _source_word.load(std::memory_order_acquire) != 0;
-}
+bool stop_state_t::stop_possible() const noexcept { return _source_word.load(std::memory_order_acquire) != 0; }
 
 stop_callback_node_t* stop_state_t::_lock_list() noexcept {
   std::uintptr_t word = _callbacks.load(std::memory_order_relaxed);
@@ -47,8 +45,7 @@ stop_callback_node_t* stop_state_t::_lock_list() noexcept {
 }
 
 void stop_state_t::_unlock_list(stop_callback_node_t* head) noexcept {
-  const std::uintptr_t old =
-      _callbacks.exchange(reinterpret_cast<std::uintptr_t>(head), std::memory_order_release);
+  const std::uintptr_t old = _callbacks.exchange(reinterpret_cast<std::uintptr_t>(head), std::memory_order_release);
   if (old & list_waiter) _callbacks.notify_all();
 }
 
@@ -120,9 +117,7 @@ void stop_state_t::remove_callback(stop_callback_node_t* node) noexcept {
 
 void stop_state_t::add_token_ref() noexcept { _token_refs.fetch_add(1, std::memory_order_relaxed); }
 
-void stop_state_t::add_source() noexcept {
-  _source_word.fetch_add(one_source, std::memory_order_relaxed);
-}
+void stop_state_t::add_source() noexcept { _source_word.fetch_add(one_source, std::memory_order_relaxed); }
 
 void stop_state_t::release_token_ref(stop_state_t* state) noexcept {
   if (state->_token_refs.fetch_sub(1, std::memory_order_acq_rel) == 1) delete state;

@@ -35,8 +35,8 @@ void restore_gl_float(std::vector<float>& saved, void(GLAD_API_PTR* set)(GLfloat
 
 }  // namespace
 
-bind::bind(const mat4d& model, const mat4d& view_, const mat4d& scale_, const mat4d& to_clip_,
-           std::int32_t flags_, std::int32_t width_, std::int32_t height_)
+bind::bind(const mat4d& model, const mat4d& view_, const mat4d& scale_, const mat4d& to_clip_, std::int32_t flags_,
+           std::int32_t width_, std::int32_t height_)
     : view(view_),
       scale(scale_),
       to_clip(to_clip_),
@@ -52,8 +52,8 @@ bind::bind(const mat4d& model, const mat4d& view_, const mat4d& scale_, const ma
   const mat4d back = inverse(proj);
   geom::vec3d lo{INFINITY, INFINITY, INFINITY}, hi{-INFINITY, -INFINITY, -INFINITY};
   for (int corner = 0; corner < 8; ++corner) {
-    const geom::vec3d p = apply_projective(
-        back, {corner & 1 ? 1.0 : -1.0, corner & 2 ? 1.0 : -1.0, corner & 4 ? 1.0 : -1.0});
+    const geom::vec3d p =
+        apply_projective(back, {corner & 1 ? 1.0 : -1.0, corner & 2 ? 1.0 : -1.0, corner & 4 ? 1.0 : -1.0});
     lo = {std::min(lo.x, p.x), std::min(lo.y, p.y), std::min(lo.z, p.z)};
     hi = {std::max(hi.x, p.x), std::max(hi.y, p.y), std::max(hi.z, p.z)};
   }
@@ -199,8 +199,7 @@ void bind::push_pixel_mode() {
 void bind::push_covering_pixel_mode() {
   const double depth_front = (proj_depth() - 1.0) / 2.0;
   push();
-  load(translation(0, 0, depth_front) * uniform_scale(1.0 / std::cbrt(det3(scale))) *
-       inverse(view));
+  load(translation(0, 0, depth_front) * uniform_scale(1.0 / std::cbrt(det3(scale))) * inverse(view));
 }
 
 void bind::push_no_rotation_pixel_mode() {

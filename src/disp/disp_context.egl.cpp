@@ -42,14 +42,12 @@ disp_raw_context_t::disp_raw_context_t(surface_kind kind) : depth_max(default_de
   if (kind == surface_kind::pbuffer) {
     const EGLint size[] = {EGL_WIDTH, 1, EGL_HEIGHT, 1, EGL_NONE};
     surface = eglCreatePbufferSurface(display(), format->config, size);
-    QV_CHECK(surface != EGL_NO_SURFACE,
-             "initClass eglCreatePbufferSurface failed: " + last_egl_error_text());
+    QV_CHECK(surface != EGL_NO_SURFACE, "initClass eglCreatePbufferSurface failed: " + last_egl_error_text());
   }
 
   // The API choice is per thread and also decides which context a later
   // eglMakeCurrent on this thread replaces.
-  QV_CHECK(eglBindAPI(EGL_OPENGL_API),
-           "eglBindAPI(EGL_OPENGL_API) failed: " + last_egl_error_text());
+  QV_CHECK(eglBindAPI(EGL_OPENGL_API), "eglBindAPI(EGL_OPENGL_API) failed: " + last_egl_error_text());
   const EGLint attribs[] = {EGL_CONTEXT_MAJOR_VERSION,
                             3,
                             EGL_CONTEXT_MINOR_VERSION,
@@ -61,8 +59,7 @@ disp_raw_context_t::disp_raw_context_t(surface_kind kind) : depth_max(default_de
   auto& live = live_set();
   const EGLContext share = live.empty() ? EGL_NO_CONTEXT : (*live.begin())->context;
   context = eglCreateContext(display(), format->config, share, attribs);
-  QV_CHECK(context != EGL_NO_CONTEXT,
-           "initClass eglCreateContext failed: " + last_egl_error_text());
+  QV_CHECK(context != EGL_NO_CONTEXT, "initClass eglCreateContext failed: " + last_egl_error_text());
   live.insert(this);
 }
 

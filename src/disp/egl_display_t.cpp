@@ -36,14 +36,12 @@ bool accept(EGLDisplay candidate, const char* platform, egl_display_t& out) {
   }
   out.display = candidate;
   out.platform = platform;
-  out.surfaceless =
-      has_extension(eglQueryString(candidate, EGL_EXTENSIONS), "EGL_KHR_surfaceless_context");
+  out.surfaceless = has_extension(eglQueryString(candidate, EGL_EXTENSIONS), "EGL_KHR_surfaceless_context");
   return true;
 }
 
 EGLDisplay first_device_display(PFNEGLGETPLATFORMDISPLAYEXTPROC get_platform_display) {
-  auto query_devices =
-      reinterpret_cast<PFNEGLQUERYDEVICESEXTPROC>(eglGetProcAddress("eglQueryDevicesEXT"));
+  auto query_devices = reinterpret_cast<PFNEGLQUERYDEVICESEXTPROC>(eglGetProcAddress("eglQueryDevicesEXT"));
   EGLDeviceEXT device = nullptr;
   EGLint count = 0;
   if (!query_devices || !query_devices(1, &device, &count) || count < 1) return EGL_NO_DISPLAY;
@@ -53,11 +51,10 @@ EGLDisplay first_device_display(PFNEGLGETPLATFORMDISPLAYEXTPROC get_platform_dis
 egl_display_t open_display() {
   egl_display_t out;
   const char* client = eglQueryString(EGL_NO_DISPLAY, EGL_EXTENSIONS);
-  auto get_platform_display = reinterpret_cast<PFNEGLGETPLATFORMDISPLAYEXTPROC>(
-      eglGetProcAddress("eglGetPlatformDisplayEXT"));
+  auto get_platform_display =
+      reinterpret_cast<PFNEGLGETPLATFORMDISPLAYEXTPROC>(eglGetProcAddress("eglGetPlatformDisplayEXT"));
   if (get_platform_display && has_extension(client, "EGL_MESA_platform_surfaceless") &&
-      accept(get_platform_display(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr),
-             "surfaceless", out))
+      accept(get_platform_display(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr), "surfaceless", out))
     return out;
   if (get_platform_display && has_extension(client, "EGL_EXT_platform_device") &&
       accept(first_device_display(get_platform_display), "device", out))

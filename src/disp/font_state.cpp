@@ -33,8 +33,8 @@ void drop_face(font_state_t& s) {
 // A file that exists but holds no face is logged, not fatal: text is then
 // missing, the rest of the display works.
 void log_unreadable_face(const std::string& path, FT_Error err) {
-  common::log_line("freetype could not read a face from " + path + " (error " +
-                   std::to_string(err) + "); text will not be drawn");
+  common::log_line("freetype could not read a face from " + path + " (error " + std::to_string(err) +
+                   "); text will not be drawn");
 }
 
 }  // namespace
@@ -55,8 +55,8 @@ void _init_ft() {
       s.face = nullptr;
       log_unreadable_face(s.font_file, err);
     }
-  } else if (FT_New_Memory_Face(s.library, s.font_memory.data(),
-                                static_cast<FT_Long>(s.font_memory.size()), 0, &s.face)) {
+  } else if (FT_New_Memory_Face(s.library, s.font_memory.data(), static_cast<FT_Long>(s.font_memory.size()), 0,
+                                &s.face)) {
     QV_ABORT("freetype init memory face failed");
   }
   if (!s.face) return;

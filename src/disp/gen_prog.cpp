@@ -34,8 +34,8 @@ GLuint compile_stage(GLenum stage, const char* word, const std::string& source) 
   GLint ok = GL_FALSE;
   glGetShaderiv(shader, GL_COMPILE_STATUS, &ok);
   if (!ok) {
-    common::log_line(std::string("_gen_prog: ") + word + " shader FAILED to compile: " +
-                     info_log(shader, glad_glGetShaderiv, glad_glGetShaderInfoLog));
+    common::log_line(std::string("_gen_prog: ") + word +
+                     " shader FAILED to compile: " + info_log(shader, glad_glGetShaderiv, glad_glGetShaderInfoLog));
   }
   return shader;
 }

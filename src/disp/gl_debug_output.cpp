@@ -46,15 +46,14 @@ std::string_view severity_word(GLenum severity) {
   }
 }
 
-void GLAD_API_PTR debug_callback(GLenum, GLenum type, GLuint id, GLenum severity, GLsizei length,
-                                 const GLchar* text, const void*) {
+void GLAD_API_PTR debug_callback(GLenum, GLenum type, GLuint id, GLenum severity, GLsizei length, const GLchar* text,
+                                 const void*) {
   gl_debug_log().on_message(type, severity, id, length, text);
 }
 
 }  // namespace
 
-std::string format_gl_debug_message(GLenum type, GLenum severity, GLuint id,
-                                    std::string_view text) {
+std::string format_gl_debug_message(GLenum type, GLenum severity, GLuint id, std::string_view text) {
   while (!text.empty() && (text.back() == '\n' || text.back() == '\r')) text.remove_suffix(1);
   std::string line = "OpenGL debug [";
   line.append(type_word(type)).append(" ").append(severity_word(severity));
@@ -62,8 +61,7 @@ std::string format_gl_debug_message(GLenum type, GLenum severity, GLuint id,
   return line;
 }
 
-void gl_debug_log_t::on_message(GLenum type, GLenum severity, GLuint id, GLsizei length,
-                                const char* text) {
+void gl_debug_log_t::on_message(GLenum type, GLenum severity, GLuint id, GLsizei length, const char* text) {
   // The first test keeps a driver that floods for days from wrapping the
   // counter around to positive again.
   if (_budget.load() < 1) return;
@@ -83,8 +81,7 @@ gl_debug_log_t& gl_debug_log() {
 
 bool install_gl_debug_output() {
   if (!opengl_initialized()) return false;
-  if (!GLAD_GL_KHR_debug || !glad_glDebugMessageCallback || !glad_glDebugMessageControl)
-    return true;
+  if (!GLAD_GL_KHR_debug || !glad_glDebugMessageCallback || !glad_glDebugMessageControl) return true;
   const char* mode = std::getenv("QV_GL_DEBUG");
   if (mode && (std::strcmp(mode, "off") == 0 || std::strcmp(mode, "0") == 0)) return true;
 
@@ -96,10 +93,8 @@ bool install_gl_debug_output() {
   glDebugMessageCallback(debug_callback, nullptr);
   // Notifications (buffer placement hints and the like) and deprecation notes
   // are noise for a support engineer reading the log.
-  glDebugMessageControl(GL_DONT_CARE, GL_DONT_CARE, GL_DEBUG_SEVERITY_NOTIFICATION, 0, nullptr,
-                        GL_FALSE);
-  glDebugMessageControl(GL_DONT_CARE, GL_DEBUG_TYPE_DEPRECATED_BEHAVIOR, GL_DONT_CARE, 0, nullptr,
-                        GL_FALSE);
+  glDebugMessageControl(GL_DONT_CARE, GL_DONT_CARE, GL_DEBUG_SEVERITY_NOTIFICATION, 0, nullptr, GL_FALSE);
+  glDebugMessageControl(GL_DONT_CARE, GL_DEBUG_TYPE_DEPRECATED_BEHAVIOR, GL_DONT_CARE, 0, nullptr, GL_FALSE);
   return true;
 }
 

@@ -36,8 +36,8 @@ bool is_cpu_rasteriser(const std::string& renderer) {
 
 std::vector<std::string> driver_report(const gl_identity_t& id) {
   std::vector<std::string> lines;
-  lines.push_back("OpenGL context: version=" + id.version + " glsl=" + id.glsl +
-                  " vendor=" + id.vendor + " renderer=" + id.renderer);
+  lines.push_back("OpenGL context: version=" + id.version + " glsl=" + id.glsl + " vendor=" + id.vendor +
+                  " renderer=" + id.renderer);
   if (!id.has_3_3) lines.emplace_back(below_floor_message);
   if (is_cpu_rasteriser(id.renderer))
     lines.push_back("OpenGL is being rasterised on the CPU by Mesa (renderer \"" + id.renderer +
@@ -52,9 +52,8 @@ void init_opengl() {
   if (initialized.load()) return;
   if (!gladLoadGL()) QV_ABORT("Failed to initialize GLAD\n");
   initialized.store(true);
-  const gl_identity_t identity{gl_string(GL_VERSION), gl_string(GL_SHADING_LANGUAGE_VERSION),
-                               gl_string(GL_VENDOR), gl_string(GL_RENDERER),
-                               GLAD_GL_VERSION_3_3 != 0};
+  const gl_identity_t identity{gl_string(GL_VERSION), gl_string(GL_SHADING_LANGUAGE_VERSION), gl_string(GL_VENDOR),
+                               gl_string(GL_RENDERER), GLAD_GL_VERSION_3_3 != 0};
   for (const std::string& line : driver_report(identity)) common::log_line(line);
 }
 

@@ -6,14 +6,11 @@ namespace disp {
 
 geom::mat4d uniform_scale(double s) { return {{s, 0, 0, 0, 0, s, 0, 0, 0, 0, s, 0, 0, 0, 0, 1}}; }
 
-geom::mat4d translation(double x, double y, double z) {
-  return {{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, x, y, z, 1}};
-}
+geom::mat4d translation(double x, double y, double z) { return {{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, x, y, z, 1}}; }
 
 double det3(const geom::mat4d& pose) {
   const auto& m = pose.m;
-  return m[0] * (m[5] * m[10] - m[6] * m[9]) - m[4] * (m[1] * m[10] - m[2] * m[9]) +
-         m[8] * (m[1] * m[6] - m[2] * m[5]);
+  return m[0] * (m[5] * m[10] - m[6] * m[9]) - m[4] * (m[1] * m[10] - m[2] * m[9]) + m[8] * (m[1] * m[6] - m[2] * m[5]);
 }
 
 geom::mat4d inverse(const geom::mat4d& pose) {

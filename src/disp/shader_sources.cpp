@@ -6,13 +6,9 @@ namespace disp {
 
 namespace {
 
-bool is_lit(program_kind kind) {
-  return kind == program_kind::lit || kind == program_kind::colored_lit;
-}
+bool is_lit(program_kind kind) { return kind == program_kind::lit || kind == program_kind::colored_lit; }
 
-bool is_colored(program_kind kind) {
-  return kind == program_kind::colored || kind == program_kind::colored_lit;
-}
+bool is_colored(program_kind kind) { return kind == program_kind::colored || kind == program_kind::colored_lit; }
 
 constexpr const char* pick_declarations =
     "in uint pick;\n"
@@ -79,8 +75,7 @@ std::string geometry_vertex_source(program_kind kind) {
   s += "void main() {\n";
   s += "  pick_ = use_vertex_pick != 0 ? pick : uint(picking_id);\n";
   if (is_colored(kind)) s += recolour_fragment("c", "color");
-  if (is_lit(kind))
-    s += "  normal_ = normalize(mv * vec4(normal, 0.0));\n  pos_ = mv * vec4(pos, 1);\n";
+  if (is_lit(kind)) s += "  normal_ = normalize(mv * vec4(normal, 0.0));\n  pos_ = mv * vec4(pos, 1);\n";
   if (is_colored(kind)) s += "  color_ = vec4(c, 1);\n";
   s += "  gl_Position = mvp * vec4(pos, 1.0);\n}\n";
   return s;
@@ -89,8 +84,7 @@ std::string geometry_vertex_source(program_kind kind) {
 std::string geometry_fragment_source(program_kind kind) {
   std::string s = "#version 330\n";
   s += is_colored(kind) ? "smooth in vec4 color_;\n" : "uniform vec3 uniColor;\n";
-  if (is_lit(kind))
-    s += "uniform float specular_rate;\nsmooth in vec4 normal_;\nsmooth in vec4 pos_;\n";
+  if (is_lit(kind)) s += "uniform float specular_rate;\nsmooth in vec4 normal_;\nsmooth in vec4 pos_;\n";
   s += "flat in uint pick_;\n";
   s += fragment_outputs;
   if (is_lit(kind)) s += lighting_functions;

@@ -11,8 +11,7 @@ std::size_t fold(std::size_t h) { return (h >> 32) ^ h; }
 }  // namespace
 
 bool is_parallel(const vec3fr& a, const vec3fr& b) {
-  return (a.y * b.z - a.z * b.y).is_zero() && (a.z * b.x - a.x * b.z).is_zero() &&
-         (a.x * b.y - a.y * b.x).is_zero();
+  return (a.y * b.z - a.z * b.y).is_zero() && (a.z * b.x - a.x * b.z).is_zero() && (a.x * b.y - a.y * b.x).is_zero();
 }
 
 vec3d to_vec3d(vec3fr& v) { return {v.x.value(), v.y.value(), v.z.value()}; }
@@ -50,9 +49,7 @@ std::size_t hash(vec2fr& v) {
   return (hy * 2) ^ hx;
 }
 
-int sign_of(const vec2fr& p, const vec2fr& a, const vec2fr& b) {
-  return cross(p - b, a - b).sign();
-}
+int sign_of(const vec2fr& p, const vec2fr& a, const vec2fr& b) { return cross(p - b, a - b).sign(); }
 
 fr dist2_to_segment(const vec2fr& a, const vec2fr& b, const vec2fr& p) {
   const vec2fr d = b - a;

@@ -26,13 +26,9 @@ fr make_fraction(big_int_t num, big_int_t den) {
   return f;
 }
 
-fr operator+(const fr& a, const fr& b) {
-  return make_fraction(a.num * b.den + b.num * a.den, a.den * b.den);
-}
+fr operator+(const fr& a, const fr& b) { return make_fraction(a.num * b.den + b.num * a.den, a.den * b.den); }
 
-fr operator-(const fr& a, const fr& b) {
-  return make_fraction(a.num * b.den - b.num * a.den, a.den * b.den);
-}
+fr operator-(const fr& a, const fr& b) { return make_fraction(a.num * b.den - b.num * a.den, a.den * b.den); }
 
 fr operator*(const fr& a, const fr& b) { return make_fraction(a.num * b.num, a.den * b.den); }
 

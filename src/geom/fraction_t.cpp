@@ -38,8 +38,7 @@ std::int32_t saturate_to_int32(const big_int_t& q) {
 
 // Where an infinity rounds to: the end of the range on its side.
 std::int32_t end_of_range(int sign) {
-  return sign > 0 ? std::numeric_limits<std::int32_t>::max()
-                  : std::numeric_limits<std::int32_t>::min();
+  return sign > 0 ? std::numeric_limits<std::int32_t>::max() : std::numeric_limits<std::int32_t>::min();
 }
 
 // The final step of floor_int and ceil_int wraps like the 32-bit register it

@@ -15,8 +15,7 @@ stl3d_t::stl3d_t(const double* records, std::size_t count) {
 
 stl3d_t::stl3d_t(const std::string& path) {
   const stl_status status = read_file(path);
-  if (status != stl_status::ok)
-    QV_WARN("stl_process_status[" + std::to_string(static_cast<int>(status)) + "]:" + path);
+  if (status != stl_status::ok) QV_WARN("stl_process_status[" + std::to_string(static_cast<int>(status)) + "]:" + path);
 }
 
 stl_status stl3d_t::read_file(const std::string& path) { return read_stl_file(path, tris); }

@@ -19,8 +19,7 @@ stl_form detect_stl_form(const std::string& path) {
 }
 
 stl_status read_stl_file(const std::string& path, std::vector<stl_tri_t>& out) {
-  return detect_stl_form(path) == stl_form::text ? read_text_stl(path, out)
-                                                 : read_binary_stl(path, out);
+  return detect_stl_form(path) == stl_form::text ? read_text_stl(path, out) : read_binary_stl(path, out);
 }
 
 }  // namespace geom

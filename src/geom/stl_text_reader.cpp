@@ -18,8 +18,7 @@ namespace {
 std::int64_t count_line_ends(std::ifstream& in) {
   std::int64_t lines = 0;
   char buf[1 << 16];
-  while (in.read(buf, sizeof buf) || in.gcount() > 0)
-    lines += std::count(buf, buf + in.gcount(), '\n');
+  while (in.read(buf, sizeof buf) || in.gcount() > 0) lines += std::count(buf, buf + in.gcount(), '\n');
   in.clear();
   in.seekg(0);
   return lines;

@@ -18,8 +18,6 @@ std::size_t hash_double(double v) {
   return static_cast<std::size_t>(h);
 }
 
-std::size_t hash_xyz(double x, double y, double z) {
-  return ((hash_double(z) ^ hash_double(y)) * 2) ^ hash_double(x);
-}
+std::size_t hash_xyz(double x, double y, double z) { return ((hash_double(z) ^ hash_double(y)) * 2) ^ hash_double(x); }
 
 }  // namespace geom

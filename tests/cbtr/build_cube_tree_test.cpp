@@ -27,9 +27,8 @@ std::vector<triangle3> surface(const cube_tree_t& tree) {
   return out;
 }
 
-std::unique_ptr<cube_tree_t> build(const std::vector<geom::stl_tri_t>& soup, double w,
-                                   build_counts_t* counts = nullptr, const stop_token* stop = nullptr,
-                                   common::progress_monitor_t* monitor = nullptr) {
+std::unique_ptr<cube_tree_t> build(const std::vector<geom::stl_tri_t>& soup, double w, build_counts_t* counts = nullptr,
+                                   const stop_token* stop = nullptr, common::progress_monitor_t* monitor = nullptr) {
   geom::stl3d_t s;
   s.tris = soup;
   return build_cube_tree(s, w, stop, monitor, counts);
@@ -47,8 +46,7 @@ double closed_volume(const std::vector<triangle3>& tris, const std::string& what
   const auto c = quvra_test::check_closure(tris);
   EXPECT_GT(c.edges, 0u) << what;
   EXPECT_EQ(c.open_lines, 0u) << what;
-  EXPECT_NEAR(c.volume_about_origin, c.volume_about_far_point, 1e-6 * std::abs(c.volume_about_origin) + 1e-6)
-      << what;
+  EXPECT_NEAR(c.volume_about_origin, c.volume_about_far_point, 1e-6 * std::abs(c.volume_about_origin) + 1e-6) << what;
   return c.volume_about_origin;
 }
 
@@ -72,8 +70,10 @@ struct polyhedron_case {
 TEST(BuildCubeTree, SharpEdgedSolidsLoseOrGainOnlyChamfersAndKeepTheirFaces) {
   const std::vector<polyhedron_case> cases = {
       {"box", quvra_test::box_soup(0.3, 0.2, 0.1, 10.7, 8.9, 6.35), 4 * (10.4 + 8.7 + 6.25), {2, 1, 0.25}},
-      {"step block", quvra_test::step_block_soup(0.3, 0.2, 0.1, 12.7, 8.9, 6.35, 7.4, 3.3),
-       2 * (12.4 + 3.2 + 5.3 + 3.05 + 7.1 + 6.25) + 6 * 8.7, {2, 1, 0.25}},
+      {"step block",
+       quvra_test::step_block_soup(0.3, 0.2, 0.1, 12.7, 8.9, 6.35, 7.4, 3.3),
+       2 * (12.4 + 3.2 + 5.3 + 3.05 + 7.1 + 6.25) + 6 * 8.7,
+       {2, 1, 0.25}},
       // Four faces on cell planes, cut by diagonals that cross grid lines
       // lying in those planes.
       {"box on cell planes", quvra_test::box_soup(0, 0.2, 2, 8, 8.9, 6), 4 * (8 + 8.7 + 4), {2, 1, 0.25}},

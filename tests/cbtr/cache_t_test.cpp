@@ -8,9 +8,7 @@ namespace {
 
 using entry_t = common::cache_t<std::string>;
 
-std::shared_ptr<entry_t> entry(const char* name, std::uint64_t cost) {
-  return std::make_shared<entry_t>(name, cost);
-}
+std::shared_ptr<entry_t> entry(const char* name, std::uint64_t cost) { return std::make_shared<entry_t>(name, cost); }
 
 TEST(LruCache, InsertsEvictOldestFirstOnlyWhileTheTotalIsOverTheCap) {
   common::lru_cache_t cache(100);

@@ -30,8 +30,8 @@ TEST(cached_tris_t, drops_triangles_with_a_zero_normal_and_keeps_the_order_of_th
 TEST(cached_tris_t, records_keep_the_given_normal_and_its_plane) {
   // A sweep hands over a normal of the right direction and any length; the
   // record keeps it rather than computing the cross product again.
-  cbtr::tool_tris_t in = {cbtr::make_tool_tri(exact_point(1, 0, 2), exact_point(3, 0, 2),
-                                              exact_point(1, 4, 2), exact_point(0, 0, 1))};
+  cbtr::tool_tris_t in = {
+      cbtr::make_tool_tri(exact_point(1, 0, 2), exact_point(3, 0, 2), exact_point(1, 4, 2), exact_point(0, 0, 1))};
   const cbtr::cached_tris_t volume(std::move(in));
   ASSERT_EQ(volume.size(), 1u);
   const cbtr::tri_extension_t& t = volume.tris()[0];

@@ -77,8 +77,7 @@ TEST_F(CacheControls, FreeingOneTreesCachesLeavesOtherTreesAlone) {
   EXPECT_EQ(drawing_epoch(), before + 1);
   int mine_cached = 0, other_cached = 0;
   for_each_leaf(*mine, [&](const cube_node_t& n) { mine_cached += !n.tri_cache.load().expired(); });
-  for_each_leaf(*other,
-                [&](const cube_node_t& n) { other_cached += !n.tri_cache.load().expired(); });
+  for_each_leaf(*other, [&](const cube_node_t& n) { other_cached += !n.tri_cache.load().expired(); });
   EXPECT_EQ(mine_cached, 0);
   EXPECT_EQ(other_cached, 64);
 }

@@ -37,8 +37,7 @@ std::vector<std::shared_ptr<cube_node_t>> leaves_of(const cube_tree_t& tree) {
   return out;
 }
 
-void expect_same_triangles(const std::vector<cube_tri_t>& got,
-                           const std::vector<cube_tri_t>& want) {
+void expect_same_triangles(const std::vector<cube_tri_t>& got, const std::vector<cube_tri_t>& want) {
   ASSERT_EQ(got.size(), want.size());
   for (std::size_t i = 0; i < got.size(); ++i) {
     EXPECT_EQ(got[i].v, want[i].v) << i;
@@ -124,8 +123,7 @@ TEST_F(CellTriangles, TwoThreadsReadingAtOnceGetTheCellsOwnTriangles) {
       for (std::size_t i = 0; i < leaves.size(); ++i) {
         const std::size_t k = backwards ? leaves.size() - 1 - i : i;
         const auto got = cell_triangles(*leaves[k]);
-        if (!got || got->payload.size() != want[k].size() || got->payload[0].v != want[k][0].v)
-          ++wrong;
+        if (!got || got->payload.size() != want[k].size() || got->payload[0].v != want[k][0].v) ++wrong;
       }
   };
   std::thread forward(reader, false), backward(reader, true);

@@ -56,7 +56,8 @@ std::vector<std::string> node_dump(const cube_tree_t* tree) {
 TEST(CubeTreeBoundary, RefusesMissingSoupsAndUnusableWidths) {
   soup_guard box(quvra_test::box_soup(0, 0, 0, 1, 1, 1));
   EXPECT_EQ(cube_tree__new(nullptr, 1, nullptr, nullptr), nullptr);
-  for (double w : {0.0, -1.0, double(NAN), double(INFINITY)}) EXPECT_EQ(cube_tree__new(box.soup, w, nullptr, nullptr), nullptr);
+  for (double w : {0.0, -1.0, double(NAN), double(INFINITY)})
+    EXPECT_EQ(cube_tree__new(box.soup, w, nullptr, nullptr), nullptr);
   cube_tree__delete(nullptr);
   EXPECT_EQ(cube_tree__get_grid_width(nullptr), 0.0);
 }

@@ -65,8 +65,7 @@ TEST(CubeTreeBox, MatrixMovesTheCornersOfTheTreesBox) {
   const double turn[16] = {0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 1, 0, 10, 20, 30, 1};
   double box[6] = {inf, inf, inf, -inf, -inf, -inf};
   cube_tree__ExpandToBox3dByMat(tree.get(), box, turn);
-  const double want[6] = {10 - (y0 + 0.25), 20 + x0,        30 + z0,
-                          10 - y0,          20 + x0 + 0.25, 30 + z0 + 0.25};
+  const double want[6] = {10 - (y0 + 0.25), 20 + x0, 30 + z0, 10 - y0, 20 + x0 + 0.25, 30 + z0 + 0.25};
   for (int i = 0; i < 6; ++i) EXPECT_DOUBLE_EQ(box[i], want[i]) << i;
 }
 

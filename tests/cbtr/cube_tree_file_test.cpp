@@ -72,8 +72,8 @@ std::string le_bytes(std::uint64_t value, int n) {
 }
 
 std::string branch_record(std::uint32_t mask) {
-  return le_bytes(kind_branch, 4) + le_bytes(corners_all_solid, 4) + le_bytes(0, 8) +
-         std::string(96, '\0') + le_bytes(mask, 2);
+  return le_bytes(kind_branch, 4) + le_bytes(corners_all_solid, 4) + le_bytes(0, 8) + std::string(96, '\0') +
+         le_bytes(mask, 2);
 }
 
 // --- Layout ---------------------------------------------------------------
@@ -87,8 +87,7 @@ TEST(CubeTreeFileLayout, LeafRootIsResolutionThenOneRecordOfKindCornersIdAndTips
   EXPECT_EQ(bytes.substr(4, 4), le_bytes(kind_leaf, 4));
   EXPECT_EQ(bytes.substr(8, 4), le_bytes(quvra_test::solid_corners({0}), 4));
   EXPECT_EQ(bytes.substr(12, 8), le_bytes(0, 8));
-  for (int e = 0; e < 12; ++e)
-    EXPECT_EQ(bytes.substr(20 + 8 * e, 8), le_bytes(bits(tree->root.load()->tips[e]), 8));
+  for (int e = 0; e < 12; ++e) EXPECT_EQ(bytes.substr(20 + 8 * e, 8), le_bytes(bits(tree->root.load()->tips[e]), 8));
 }
 
 TEST(CubeTreeFileLayout, BranchRecordsCarryAMaskAndTheirChildrenInSlotOrder) {
@@ -130,14 +129,13 @@ TEST(CubeTreeFileLayout, FlushesAfterEachSubtreeFourAboveTheResolution) {
   // Resolution 5: the four branches at depth 1 each end a steady piece.
   auto tree = quvra_test::tree_with_root(5, kind_branch, 0);
   const auto root = tree->root.load();
-  for (int c : {0, 3, 4, 6})
-    add_child(add_child(root, c, kind_branch, 0), 1, kind_air, corners_all_air);
+  for (int c : {0, 3, 4, 6}) add_child(add_child(root, c, kind_branch, 0), 1, kind_air, corners_all_air);
   flush_log_t log;
   std::ostream out(&log);
   ASSERT_TRUE(write_tree(out, *tree));
   const std::size_t piece = 114 + 16;
-  EXPECT_EQ(log.flushed_at, (std::vector<std::size_t>{118 + piece, 118 + 2 * piece, 118 + 3 * piece,
-                                                      118 + 4 * piece, 118 + 4 * piece}));
+  EXPECT_EQ(log.flushed_at, (std::vector<std::size_t>{118 + piece, 118 + 2 * piece, 118 + 3 * piece, 118 + 4 * piece,
+                                                      118 + 4 * piece}));
 }
 
 // --- Round trip -----------------------------------------------------------

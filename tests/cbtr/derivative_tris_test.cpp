@@ -6,9 +6,9 @@
 #include <memory>
 
 #include "geom/Stl3d.h"
-#include "geom/stl3d_t.h"
 #include "geom/derivative_cached_tri3d.h"
 #include "geom/mat4d.h"
+#include "geom/stl3d_t.h"
 #include "geom/topo/topo_stl3.h"
 
 namespace {
@@ -80,8 +80,7 @@ TEST(derivative_tris, a_degenerate_triangle_stays_with_a_nan_normal) {
   geom::Stl3d soup = soup_of({on_one_line, right_triangle});
   const vector_ptr from_soup(derivative_cached_tri3d__new_vector_by_Stl3d(&soup, turn_and_shift.m.data()));
   geom::topo_stl3d mesh(soup.stl->tris.data()->a.data(), 2);
-  const vector_ptr from_mesh(
-      derivative_cached_tri3d__new_vector_by_topo_stl3d(&mesh, 0, turn_and_shift.m.data()));
+  const vector_ptr from_mesh(derivative_cached_tri3d__new_vector_by_topo_stl3d(&mesh, 0, turn_and_shift.m.data()));
   for (const derivative_cached_tri3d_vector* v : {from_soup.get(), from_mesh.get()}) {
     ASSERT_TRUE(v);
     ASSERT_EQ(v->size(), 2u);
@@ -95,8 +94,7 @@ TEST(derivative_tris, an_empty_mesh_gives_an_empty_vector_and_null_input_gives_n
   geom::Stl3d soup = soup_of({});
   geom::topo_stl3d mesh(nullptr, 0);
   const vector_ptr from_soup(derivative_cached_tri3d__new_vector_by_Stl3d(&soup, turn_and_shift.m.data()));
-  const vector_ptr from_mesh(
-      derivative_cached_tri3d__new_vector_by_topo_stl3d(&mesh, 0, turn_and_shift.m.data()));
+  const vector_ptr from_mesh(derivative_cached_tri3d__new_vector_by_topo_stl3d(&mesh, 0, turn_and_shift.m.data()));
   ASSERT_TRUE(from_soup && from_mesh);
   EXPECT_TRUE(from_soup->empty());
   EXPECT_TRUE(from_mesh->empty());

@@ -40,10 +40,8 @@ TEST(ViewDepth, CellsAreTestedAsSpheresAroundTheirCentres) {
   ASSERT_EQ(spheres.size(), 1u + 8u + 64u);
   EXPECT_EQ(spheres[0], (std::array<double, 4>{0, 0, 0, 1.7320508075688772 * 131072}));
   // Child 0 of the root, then its child 0: low on every axis.
-  EXPECT_EQ(spheres[1],
-            (std::array<double, 4>{-32768, -32768, -32768, 1.7320508075688772 * 65536}));
-  EXPECT_EQ(spheres[2],
-            (std::array<double, 4>{-49152, -49152, -49152, 1.7320508075688772 * 32768}));
+  EXPECT_EQ(spheres[1], (std::array<double, 4>{-32768, -32768, -32768, 1.7320508075688772 * 65536}));
+  EXPECT_EQ(spheres[2], (std::array<double, 4>{-49152, -49152, -49152, 1.7320508075688772 * 32768}));
 }
 
 // A view that finds every cell in the same relation, counting its tests.
@@ -85,8 +83,7 @@ TEST_F(DrawDepth, CoarserAtOnceFinerOnlyAfterTenFrames) {
   const auto tree = quvra_test::full_tree();
   for (int frame = 0; frame < 10; ++frame) EXPECT_EQ(choose_draw_depth(*tree, all_outside), 2);
   EXPECT_EQ(choose_draw_depth(*tree, all_inside), 1);  // at once
-  for (int frame = 0; frame < 9; ++frame)
-    EXPECT_EQ(choose_draw_depth(*tree, all_outside), 1) << frame;
+  for (int frame = 0; frame < 9; ++frame) EXPECT_EQ(choose_draw_depth(*tree, all_outside), 1) << frame;
   EXPECT_EQ(choose_draw_depth(*tree, all_outside), 2);
 }
 

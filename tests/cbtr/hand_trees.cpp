@@ -6,8 +6,8 @@ namespace quvra_test {
 
 using namespace cbtr;
 
-std::shared_ptr<cube_node_t> add_child(const std::shared_ptr<cube_node_t>& parent, int c,
-                                       std::int32_t kind, std::uint32_t corners) {
+std::shared_ptr<cube_node_t> add_child(const std::shared_ptr<cube_node_t>& parent, int c, std::int32_t kind,
+                                       std::uint32_t corners) {
   std::shared_ptr<cube_node_t::children_t> children = parent->children.load();
   if (!children) {
     children = std::make_shared<cube_node_t::children_t>();
@@ -15,8 +15,7 @@ std::shared_ptr<cube_node_t> add_child(const std::shared_ptr<cube_node_t>& paren
   }
   const int d = parent->depth();
   auto child = std::make_shared<cube_node_t>(parent, child_centre(parent->x, d, c & 1),
-                                             child_centre(parent->y, d, c & 2),
-                                             child_centre(parent->z, d, c & 4));
+                                             child_centre(parent->y, d, c & 2), child_centre(parent->z, d, c & 4));
   child->kind = kind;
   child->corners = corners;
   (*children)[c].store(child);
@@ -27,8 +26,7 @@ void place_tips(cube_node_t& node, double t) {
   const std::array<double, 6> box = cell_box(node);
   for (int e = 0; e < 12; ++e) {
     const int a = edge_axis(e);
-    node.tips[e] =
-        edge_has_crossing(edge_code(node.corners, e)) ? box[a] + t * (box[a + 3] - box[a]) : no_tip;
+    node.tips[e] = edge_has_crossing(edge_code(node.corners, e)) ? box[a] + t * (box[a + 3] - box[a]) : no_tip;
   }
 }
 
@@ -44,11 +42,10 @@ void summarise(cube_node_t& branch) {
   summarise_branch_tips(branch, children);
 }
 
-std::unique_ptr<cube_tree_t> tree_with_root(std::uint32_t resolution, std::int32_t kind,
-                                            std::uint32_t corners) {
+std::unique_ptr<cube_tree_t> tree_with_root(std::uint32_t resolution, std::int32_t kind, std::uint32_t corners) {
   auto tree = std::make_unique<cube_tree_t>(resolution);
-  auto root = std::make_shared<cube_node_t>(std::weak_ptr<cube_node_t>{}, lattice_centre,
-                                            lattice_centre, lattice_centre);
+  auto root =
+      std::make_shared<cube_node_t>(std::weak_ptr<cube_node_t>{}, lattice_centre, lattice_centre, lattice_centre);
   root->kind = kind;
   root->corners = corners;
   tree->root.store(root);
@@ -76,8 +73,7 @@ std::unique_ptr<cube_tree_t> full_tree() {
   const std::shared_ptr<cube_node_t> root = tree->root.load();
   for (int c = 0; c < 8; ++c) {
     const auto branch = add_child(root, c, kind_branch, 0);
-    for (int g = 0; g < 8; ++g)
-      place_tips(*add_child(branch, g, kind_leaf, solid_corners({g})), 0.5);
+    for (int g = 0; g < 8; ++g) place_tips(*add_child(branch, g, kind_leaf, solid_corners({g})), 0.5);
     summarise(*branch);
   }
   summarise(*root);

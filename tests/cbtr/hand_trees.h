@@ -12,8 +12,8 @@ namespace quvra_test {
 
 // Cell c of parent (a branch), created with its children array if needed,
 // at the child's centre, with the parent link set.
-std::shared_ptr<cbtr::cube_node_t> add_child(const std::shared_ptr<cbtr::cube_node_t>& parent,
-                                             int c, std::int32_t kind, std::uint32_t corners);
+std::shared_ptr<cbtr::cube_node_t> add_child(const std::shared_ptr<cbtr::cube_node_t>& parent, int c, std::int32_t kind,
+                                             std::uint32_t corners);
 
 // Puts the tip of every crossing edge at fraction t of the edge from its low
 // end, and NaN on every other edge.
@@ -26,8 +26,7 @@ std::uint32_t solid_corners(std::initializer_list<int> corners);
 void summarise(cbtr::cube_node_t& branch);
 
 // A tree whose root is a fresh cell of the given kind and corners.
-std::unique_ptr<cbtr::cube_tree_t> tree_with_root(std::uint32_t resolution, std::int32_t kind,
-                                                  std::uint32_t corners);
+std::unique_ptr<cbtr::cube_tree_t> tree_with_root(std::uint32_t resolution, std::int32_t kind, std::uint32_t corners);
 
 // Resolution 2, every kind of record and slot: a root branch over
 //   0 leaf, 1 air, 2 solid, 3 null, 4 null, 5 branch (0 leaf, 7 leaf),

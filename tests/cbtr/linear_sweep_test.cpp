@@ -13,8 +13,7 @@ using quvra_test::exact_point;
 constexpr double resolution = 1e-6;
 
 std::unique_ptr<geom::topo_stl3wfr_t> exact_mesh(const std::vector<geom::stl_tri_t>& soup) {
-  return std::make_unique<geom::topo_stl3wfr_t>(reinterpret_cast<const double*>(soup.data()), soup.size(),
-                                                resolution);
+  return std::make_unique<geom::topo_stl3wfr_t>(reinterpret_cast<const double*>(soup.data()), soup.size(), resolution);
 }
 
 // A triangle (0,0) (4,0) (1,3) in the xy plane, from z = 0 to z = 2.
@@ -42,8 +41,7 @@ geom::mat4d pose(double tx, double ty, double tz, bool quarter_turn = false) {
 }
 
 cbtr::tool_tris_t sweep(geom::topo_stl3wfr_t& mesh, const geom::mat4d& start, const geom::mat4d& end) {
-  return cbtr::build_linear_sweep(mesh, cbtr::to_exact_pose(start, resolution),
-                                  cbtr::to_exact_pose(end, resolution));
+  return cbtr::build_linear_sweep(mesh, cbtr::to_exact_pose(start, resolution), cbtr::to_exact_pose(end, resolution));
 }
 
 // Closed, outward, and of the expected volume about two reference points.
@@ -66,8 +64,7 @@ class linear_sweep_volume : public testing::TestWithParam<move_case> {};
 // Box: abc + |dx| bc + |dy| ac + |dz| ab. Prism: A H + |dz| A + H times the
 // base's width across the motion.
 INSTANTIATE_TEST_SUITE_P(axis_and_oblique_moves, linear_sweep_volume,
-                         testing::Values(move_case{5, 0, 0, 21, 12 + 2 * 15},
-                                         move_case{0, 0, 4, 6 + 4 * 2, 12 + 24},
+                         testing::Values(move_case{5, 0, 0, 21, 12 + 2 * 15}, move_case{0, 0, 4, 6 + 4 * 2, 12 + 24},
                                          move_case{0, -2.5, 0, 6 + 2.5 * 6, 12 + 2 * 2.5 * 4},
                                          move_case{1.5, -2, 0.75, 24, 12 + 0.75 * 6 + 2 * 8},
                                          move_case{2, 1, 0.5, 6 + 6 + 6 + 1, 33}));

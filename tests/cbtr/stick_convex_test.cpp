@@ -42,8 +42,7 @@ struct cut_t {
 
 cut_t plunge(stock_t& stock, const stick_convex_t& tool, const geom::mat4d& m, double w, bool contours = false) {
   substraction_t* s = cube_tree__substract_by_init_stick_convex(stock.tree, &tool, &m, w, contours, false);
-  const cut_t r{substraction__IsTouched(s), s->resolution(),
-                substraction__GetContactContoursBufSize(s)};
+  const cut_t r{substraction__IsTouched(s), s->resolution(), substraction__GetContactContoursBufSize(s)};
   substraction__dtor(s);
   return r;
 }
@@ -75,8 +74,8 @@ TEST(StickConvex, PlungedToolsRemoveTheirVolumeAndLeaveAClosedStock) {
   const double r = 2.0;
   const double flat = pi * r * r * depth;
   const double ball = 2.0 / 3.0 * pi * r * r * r + pi * r * r * (depth - r);
-  const double bull = revolved_volume([](double h) { return h < 1 ? 2 + std::sqrt(1 - (h - 1) * (h - 1)) : 3.0; },
-                                      depth);
+  const double bull =
+      revolved_volume([](double h) { return h < 1 ? 2 + std::sqrt(1 - (h - 1) * (h - 1)) : 3.0; }, depth);
   const struct {
     stick_convex_t tool;
     double volume, area;

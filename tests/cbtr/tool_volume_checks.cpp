@@ -19,9 +19,7 @@ struct point_hash {
 
 std::string closure_fault(const cbtr::tool_tris_t& tris) {
   std::unordered_map<geom::vec3fr, int, point_hash> ids;
-  const auto id = [&](const geom::vec3fr& p) {
-    return ids.try_emplace(p, static_cast<int>(ids.size())).first->second;
-  };
+  const auto id = [&](const geom::vec3fr& p) { return ids.try_emplace(p, static_cast<int>(ids.size())).first->second; };
   std::map<std::pair<int, int>, int> edges;
   for (const auto& t : tris) {
     const int v[3] = {id(t.a), id(t.b), id(t.c)};

@@ -99,8 +99,7 @@ TEST(MachiningStep, ContoursAreClosedPolygonsOnTheToolSurface) {
       double q[3];
       std::memcpy(q, buf.data() + at, 24);
       bool on_face = false;
-      for (int k = 0; k < 3; ++k)
-        on_face |= std::abs(q[k] - tool[k]) < 1e-9 || std::abs(q[k] - tool[k + 3]) < 1e-9;
+      for (int k = 0; k < 3; ++k) on_face |= std::abs(q[k] - tool[k]) < 1e-9 || std::abs(q[k] - tool[k + 3]) < 1e-9;
       EXPECT_TRUE(on_face) << q[0] << " " << q[1] << " " << q[2];
     }
   }
@@ -187,9 +186,8 @@ TEST(MachiningStep, ToolTouchingAFaceCountsOnlyWhenTouchesCount) {
   const std::array<double, 6> on_lattice = {0.5, 0.0, 0.0, 10.0, 8.5, 6.0};
   const struct {
     std::array<double, 6> stock, tool;
-  } cases[] = {{block, {2, 2, 6.35, 4, 4, 9}},
-               {on_lattice, {2, 2, 6.0, 4, 4, 9}},
-               {on_lattice, {10.0, 2, 2, 12, 4, 4}}};
+  } cases[] = {
+      {block, {2, 2, 6.35, 4, 4, 9}}, {on_lattice, {2, 2, 6.0, 4, 4, 9}}, {on_lattice, {10.0, 2, 2, 12, 4, 4}}};
   for (const auto& c : cases) {
     stock_t stock(c.stock, 0.5);
     const double before = stock.volume();
@@ -231,8 +229,8 @@ TEST(MachiningStep, AToolWhoseRoofStaysAboveAFloorStillTakesTheFloorItHolds) {
 
 TEST(MachiningStep, RepeatingACutTouchesNothingUnlessTouchesCount) {
   // Floors and walls on cell faces (4.0, 2.0) and inside cells (4.05, 2.2).
-  for (const std::array<double, 6>& pocket : {std::array<double, 6>{2.0, 2.0, 4.0, 6.0, 6.0, 9.0},
-                                              std::array<double, 6>{2.2, 2.2, 4.05, 6.2, 6.2, 9.0}}) {
+  for (const std::array<double, 6>& pocket :
+       {std::array<double, 6>{2.0, 2.0, 4.0, 6.0, 6.0, 9.0}, std::array<double, 6>{2.2, 2.2, 4.05, 6.2, 6.2, 9.0}}) {
     stock_t stock(block, 0.5);
     ASSERT_TRUE(stock.cut(pocket, 0.5));
     const double after_first = stock.volume();

@@ -60,19 +60,15 @@ TEST_F(FailureReport, LastErrorAbortsOnlyWhenSet) {
   errno = 0;
   common::check_last_error("open failed", "f", "src/f", &line);
   errno = ENOENT;
-  EXPECT_DEATH(common::check_last_error("open failed", "f", "src/f", &line),
-               "Program abort: open failed err:2\n");
+  EXPECT_DEATH(common::check_last_error("open failed", "f", "src/f", &line), "Program abort: open failed err:2\n");
   errno = 0;
 }
 
 TEST(QualifiedFunctionName, StripsReturnTypeAndParameters) {
   using common::qualified_function_name;
-  EXPECT_EQ(qualified_function_name("geom::stl3d_t::stl3d_t(const string&)"),
-            "geom::stl3d_t::stl3d_t");
-  EXPECT_EQ(qualified_function_name("std::vector<int, std::allocator<int> > cbtr::f(int)"),
-            "cbtr::f");
-  EXPECT_EQ(qualified_function_name("void disp::pick_t::operator()(int) const"),
-            "disp::pick_t::operator()");
+  EXPECT_EQ(qualified_function_name("geom::stl3d_t::stl3d_t(const string&)"), "geom::stl3d_t::stl3d_t");
+  EXPECT_EQ(qualified_function_name("std::vector<int, std::allocator<int> > cbtr::f(int)"), "cbtr::f");
+  EXPECT_EQ(qualified_function_name("void disp::pick_t::operator()(int) const"), "disp::pick_t::operator()");
   EXPECT_EQ(qualified_function_name("int main()"), "main");
 }
 

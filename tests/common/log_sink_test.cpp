@@ -38,8 +38,7 @@ class LogSinks : public ::testing::Test {
   }
   void TearDown() override {
     set_log_func(nullptr);
-    for (const auto& entry : fs::recursive_directory_iterator(dir))
-      fs::permissions(entry.path(), fs::perms::owner_all);
+    for (const auto& entry : fs::recursive_directory_iterator(dir)) fs::permissions(entry.path(), fs::perms::owner_all);
     fs::remove_all(dir);
   }
   // Runs body in a fresh child process and expects it to return true.
@@ -53,53 +52,52 @@ class LogSinks : public ::testing::Test {
 
 TEST_F(LogSinks, OneLineReachesConsoleFileAndCallbackBare) {
   expect_in_child([&] {
-        fs::current_path(dir);
-        set_log_func(collect);
-        testing::internal::CaptureStdout();
-        common::log_line("first line");
-        common::log_line("second line", common::log_sinks_all);
-        const std::string out = testing::internal::GetCapturedStdout();
-        const bool ok = out == "first line\nsecond line\n" &&
-                        read_all("log-cpp.txt") == "first line\nsecond line\n" &&
-                        received == std::vector<std::string>{"first line", "second line"};
-        return ok;
-      });
+    fs::current_path(dir);
+    set_log_func(collect);
+    testing::internal::CaptureStdout();
+    common::log_line("first line");
+    common::log_line("second line", common::log_sinks_all);
+    const std::string out = testing::internal::GetCapturedStdout();
+    const bool ok = out == "first line\nsecond line\n" && read_all("log-cpp.txt") == "first line\nsecond line\n" &&
+                    received == std::vector<std::string>{"first line", "second line"};
+    return ok;
+  });
 }
 
 TEST_F(LogSinks, MaskSelectsSinks) {
   expect_in_child([&] {
-        fs::current_path(dir);
-        set_log_func(collect);
-        testing::internal::CaptureStdout();
-        common::log_line("only callback", common::log_sink_callback);
-        common::log_line("only file", common::log_sink_file);
-        const std::string out = testing::internal::GetCapturedStdout();
-        const bool ok = out.empty() && read_all("log-cpp.txt") == "only file\n" &&
-                        received == std::vector<std::string>{"only callback"};
-        return ok;
-      });
+    fs::current_path(dir);
+    set_log_func(collect);
+    testing::internal::CaptureStdout();
+    common::log_line("only callback", common::log_sink_callback);
+    common::log_line("only file", common::log_sink_file);
+    const std::string out = testing::internal::GetCapturedStdout();
+    const bool ok = out.empty() && read_all("log-cpp.txt") == "only file\n" &&
+                    received == std::vector<std::string>{"only callback"};
+    return ok;
+  });
 }
 
 TEST_F(LogSinks, NullCallbackSwitchesOnlyThatSinkOff) {
   expect_in_child([&] {
-        fs::current_path(dir);
-        set_log_func(collect);
-        set_log_func(nullptr);
-        testing::internal::CaptureStdout();
-        common::log_line("still logged");
-        const bool ok = testing::internal::GetCapturedStdout() == "still logged\n" &&
-                        read_all("log-cpp.txt") == "still logged\n" && received.empty();
-        return ok;
-      });
+    fs::current_path(dir);
+    set_log_func(collect);
+    set_log_func(nullptr);
+    testing::internal::CaptureStdout();
+    common::log_line("still logged");
+    const bool ok = testing::internal::GetCapturedStdout() == "still logged\n" &&
+                    read_all("log-cpp.txt") == "still logged\n" && received.empty();
+    return ok;
+  });
 }
 
 TEST_F(LogSinks, FileIsTruncatedOnFirstUse) {
   std::ofstream(dir / "log-cpp.txt") << "left by an earlier run\n";
   expect_in_child([&] {
-        fs::current_path(dir);
-        common::log_line("fresh", common::log_sink_file);
-        return read_all("log-cpp.txt") == "fresh\n";
-      });
+    fs::current_path(dir);
+    common::log_line("fresh", common::log_sink_file);
+    return read_all("log-cpp.txt") == "fresh\n";
+  });
 }
 
 // A directory in which nobody can create a file. Permission bits do not stop
@@ -122,16 +120,16 @@ TEST_F(LogSinks, ReadOnlyDirectoryDropsFileSinkSilentlyAndRetriesLater) {
   const fs::path writable = dir / "writable";
   fs::create_directories(writable);
   expect_in_child([&] {
-        fs::current_path(locked);
-        set_log_func(collect);
-        testing::internal::CaptureStdout();
-        common::log_line("nowhere to write");
-        const bool others_work = testing::internal::GetCapturedStdout() == "nowhere to write\n" &&
-                                 received.size() == 1 && !fs::exists("log-cpp.txt");
-        fs::current_path(writable);
-        common::log_line("now it can", common::log_sink_file);
-        return others_work && read_all("log-cpp.txt") == "now it can\n";
-      });
+    fs::current_path(locked);
+    set_log_func(collect);
+    testing::internal::CaptureStdout();
+    common::log_line("nowhere to write");
+    const bool others_work = testing::internal::GetCapturedStdout() == "nowhere to write\n" && received.size() == 1 &&
+                             !fs::exists("log-cpp.txt");
+    fs::current_path(writable);
+    common::log_line("now it can", common::log_sink_file);
+    return others_work && read_all("log-cpp.txt") == "now it can\n";
+  });
 }
 
 }  // namespace

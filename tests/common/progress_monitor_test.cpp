@@ -76,8 +76,7 @@ struct watched_monitor_t {
 };
 
 void record_change(progress_monitor_t* m) {
-  auto* owner = reinterpret_cast<watched_monitor_t*>(reinterpret_cast<char*>(m) -
-                                                    offsetof(watched_monitor_t, monitor));
+  auto* owner = reinterpret_cast<watched_monitor_t*>(reinterpret_cast<char*>(m) - offsetof(watched_monitor_t, monitor));
   owner->seen.emplace_back(progress_monitor__get_numerator(m), progress_monitor__get_denominator(m));
 }
 

@@ -90,8 +90,7 @@ TEST(StopCallbacks, RunOnceOnTheThreadThatWinsTheRequest) {
     token_guard tok(src.s);
     std::vector<call_log> logs(8);
     std::vector<std::unique_ptr<common::stop_callback_t>> callbacks;
-    for (call_log& log : logs)
-      callbacks.push_back(std::make_unique<common::stop_callback_t>(tok.t, note_call, &log));
+    for (call_log& log : logs) callbacks.push_back(std::make_unique<common::stop_callback_t>(tok.t, note_call, &log));
 
     std::atomic<bool> go{false};
     std::thread::id winner[2];

@@ -24,9 +24,7 @@ constexpr double depth = 8388607.0;
 // The engine's matrices for a panel of width x height: the view cube of side
 // 2 mapped to the panel's height, z in depth units.
 mat4d panel_scale() { return disp::uniform_scale(height / 2); }
-mat4d panel_to_clip() {
-  return {{2.0 / width, 0, 0, 0, 0, 2.0 / height, 0, 0, 0, 0, -2.0 / depth, 0, 0, 0, 0, 1}};
-}
+mat4d panel_to_clip() { return {{2.0 / width, 0, 0, 0, 0, 2.0 / height, 0, 0, 0, 0, -2.0 / depth, 0, 0, 0, 0, 1}}; }
 mat4d turn_z_90() { return {{0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}}; }
 
 void expect_near(const mat4d& got, const mat4d& want, double tol = 1e-9) {
@@ -114,8 +112,7 @@ TEST_F(BindTest, BoxRelationIsStrictOnBothLimits) {
   EXPECT_EQ(bind__getMvpBoxRelation(b, centre, 1.0), 1) << "touching the inner limit crosses";
   // View x is model -y after the quarter turn.
   const double beside[3] = {0, -2.5, 0};
-  EXPECT_EQ(bind__getMvpBoxRelation(b, beside, 0.5), 1)
-      << "touching the outer limit is not outside";
+  EXPECT_EQ(bind__getMvpBoxRelation(b, beside, 0.5), 1) << "touching the outer limit is not outside";
   EXPECT_EQ(bind__getMvpBoxRelation(b, beside, 0.4), 0);
 }
 
@@ -176,8 +173,7 @@ TEST_F(BindTest, PixelModesMakeOneUnitOnePixel) {
   bind__push_no_rotation_pixel_mode(b);
   const mat4d mvs = b->mvs();
   expect_near(mvs, disp::translation(mvs.m[12], mvs.m[13], mvs.m[14]));
-  const geom::vec3d origin =
-      (disp::translation(1, 2, 3) * turn_z_90() * panel_scale()).apply({0, 0, 0});
+  const geom::vec3d origin = (disp::translation(1, 2, 3) * turn_z_90() * panel_scale()).apply({0, 0, 0});
   EXPECT_NEAR(mvs.m[12], origin.x, 1e-9);
   EXPECT_NEAR(mvs.m[13], origin.y, 1e-9);
   mat_stack__pop(b);

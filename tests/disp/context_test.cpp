@@ -156,8 +156,7 @@ TEST(DispContext, SwapSucceedsWithAndWithoutASurface) {
   EXPECT_EQ(swap_buffer(get_disp_context()), 1);
   EXPECT_EQ(swap_buffer(nullptr), 0);
   on_new_thread([] {
-    disp::disp_context ctx{
-        0, 0, disp::disp_raw_context_t(disp::disp_raw_context_t::surface_kind::pbuffer)};
+    disp::disp_context ctx{0, 0, disp::disp_raw_context_t(disp::disp_raw_context_t::surface_kind::pbuffer)};
     EXPECT_NE(ctx.raw.surface, EGL_NO_SURFACE);
     ctx.lock();
     EXPECT_NE(glGetString(GL_VERSION), nullptr);

@@ -93,8 +93,7 @@ TEST(GlDebugOutput, DriverMessagesAreLoggedUntilTheBudgetEndsWithOneLimitLine) {
 TEST(GlDebugOutput, TheBudgetIsTwoHundredThenOneLimitLineThenSilence) {
   disp::gl_debug_log_t log;
   disp_test::clear_log();
-  for (int i = 1; i <= 205; ++i)
-    log.on_message(GL_DEBUG_TYPE_OTHER, GL_DEBUG_SEVERITY_LOW, i, 1, "x");
+  for (int i = 1; i <= 205; ++i) log.on_message(GL_DEBUG_TYPE_OTHER, GL_DEBUG_SEVERITY_LOW, i, 1, "x");
   const std::vector<std::string> lines = disp_test::log_lines();
   ASSERT_EQ(lines.size(), 201u);
   EXPECT_EQ(lines[199], "OpenGL debug [OTHER LOW id=200]: x");
@@ -103,14 +102,11 @@ TEST(GlDebugOutput, TheBudgetIsTwoHundredThenOneLimitLineThenSilence) {
 
 TEST(GlDebugOutput, LinesNameTypeAndSeverityAndDropTrailingLineEnds) {
   using disp::format_gl_debug_message;
-  EXPECT_EQ(format_gl_debug_message(GL_DEBUG_TYPE_PERFORMANCE, GL_DEBUG_SEVERITY_MEDIUM, 42,
-                                    "slow path\r\n\n"),
+  EXPECT_EQ(format_gl_debug_message(GL_DEBUG_TYPE_PERFORMANCE, GL_DEBUG_SEVERITY_MEDIUM, 42, "slow path\r\n\n"),
             "OpenGL debug [PERFORMANCE MEDIUM id=42]: slow path");
-  EXPECT_EQ(format_gl_debug_message(GL_DEBUG_TYPE_UNDEFINED_BEHAVIOR,
-                                    GL_DEBUG_SEVERITY_NOTIFICATION, 0, "a\nb"),
+  EXPECT_EQ(format_gl_debug_message(GL_DEBUG_TYPE_UNDEFINED_BEHAVIOR, GL_DEBUG_SEVERITY_NOTIFICATION, 0, "a\nb"),
             "OpenGL debug [UNDEFINED NOTIFICATION id=0]: a\nb");
-  EXPECT_EQ(format_gl_debug_message(0x1234, 0x5678, 1, ""),
-            "OpenGL debug [OTHER NOTIFICATION id=1]: ");
+  EXPECT_EQ(format_gl_debug_message(0x1234, 0x5678, 1, ""), "OpenGL debug [OTHER NOTIFICATION id=1]: ");
   const std::pair<GLenum, const char*> types[] = {{GL_DEBUG_TYPE_ERROR, "ERROR"},
                                                   {GL_DEBUG_TYPE_DEPRECATED_BEHAVIOR, "DEPRECATED"},
                                                   {GL_DEBUG_TYPE_PORTABILITY, "PORTABILITY"},
@@ -126,8 +122,7 @@ TEST(GlDebugOutput, AMessageWithALengthIsCutThere) {
   disp::gl_debug_log_t log;
   disp_test::clear_log();
   log.on_message(GL_DEBUG_TYPE_ERROR, GL_DEBUG_SEVERITY_HIGH, 5, 4, "textTAIL");
-  EXPECT_EQ(disp_test::log_lines(),
-            std::vector<std::string>{"OpenGL debug [ERROR HIGH id=5]: text"});
+  EXPECT_EQ(disp_test::log_lines(), std::vector<std::string>{"OpenGL debug [ERROR HIGH id=5]: text"});
 }
 
 }  // namespace

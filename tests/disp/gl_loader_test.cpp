@@ -22,8 +22,7 @@ namespace {
 
 bool logged_by_init(const std::string& prefix) {
   const auto& lines = disp_test::init_log_lines();
-  return std::any_of(lines.begin(), lines.end(),
-                     [&](const std::string& l) { return l.rfind(prefix, 0) == 0; });
+  return std::any_of(lines.begin(), lines.end(), [&](const std::string& l) { return l.rfind(prefix, 0) == 0; });
 }
 
 void* host_lookup(const char* name) { return reinterpret_cast<void*>(eglGetProcAddress(name)); }
@@ -81,10 +80,8 @@ TEST(GlLoader, TheSoftwareRendererWarningNamesTheRenderer) {
   disp_torch* torch = disp_torch__lock();
   const std::string renderer = reinterpret_cast<const char*>(glGetString(GL_RENDERER));
   disp_torch__unlock(torch);
-  const std::string warning =
-      "OpenGL is being rasterised on the CPU by Mesa (renderer \"" + renderer + "\").";
-  if (renderer.find("llvmpipe") == std::string::npos)
-    GTEST_SKIP() << "not on llvmpipe but on " << renderer;
+  const std::string warning = "OpenGL is being rasterised on the CPU by Mesa (renderer \"" + renderer + "\").";
+  if (renderer.find("llvmpipe") == std::string::npos) GTEST_SKIP() << "not on llvmpipe but on " << renderer;
   EXPECT_TRUE(logged_by_init(warning));
 }
 
@@ -101,13 +98,11 @@ TEST(DriverReport, WarnsBelowTheFloorAndOnEveryCpuRasteriser) {
             0u);
   EXPECT_NE(lines[1].find("Neither is a question of the hardware's age."), std::string::npos);
 
-  for (const char* renderer :
-       {"llvmpipe (LLVM 15.0.6, 256 bits)", "softpipe", "Mesa swrast", "SWR"}) {
+  for (const char* renderer : {"llvmpipe (LLVM 15.0.6, 256 bits)", "softpipe", "Mesa swrast", "SWR"}) {
     id = {"4.5", "4.50", "Mesa", renderer, true};
     lines = disp::driver_report(id);
     ASSERT_EQ(lines.size(), 2u) << renderer;
-    EXPECT_EQ(lines[1], std::string("OpenGL is being rasterised on the CPU by Mesa (renderer \"") +
-                            renderer +
+    EXPECT_EQ(lines[1], std::string("OpenGL is being rasterised on the CPU by Mesa (renderer \"") + renderer +
                             "\"). Rendering will be one to two orders of magnitude slower than a "
                             "GPU and will compete with NC play for cores; with more than one "
                             "viewer the whole service serialises. This machine did not fail to be "

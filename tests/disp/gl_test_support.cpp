@@ -29,8 +29,7 @@ class gl_environment_t : public ::testing::Environment {
   }
 };
 
-[[maybe_unused]] const auto* const environment =
-    ::testing::AddGlobalTestEnvironment(new gl_environment_t);
+[[maybe_unused]] const auto* const environment = ::testing::AddGlobalTestEnvironment(new gl_environment_t);
 
 }  // namespace
 

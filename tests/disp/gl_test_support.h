@@ -33,8 +33,7 @@ void on_new_thread(F&& fn) {
 
 }  // namespace disp_test
 
-#define QV_REQUIRE_GL()                                                   \
-  do {                                                                    \
-    if (!::disp_test::gl_skip_reason().empty())                           \
-      GTEST_SKIP() << "no GL context: " << ::disp_test::gl_skip_reason(); \
+#define QV_REQUIRE_GL()                                                                                             \
+  do {                                                                                                              \
+    if (!::disp_test::gl_skip_reason().empty()) GTEST_SKIP() << "no GL context: " << ::disp_test::gl_skip_reason(); \
   } while (0)

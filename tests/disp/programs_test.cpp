@@ -30,8 +30,7 @@ class pick_target_t {
     glBindTexture(GL_TEXTURE_2D, _tex[0]);
     glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, side, side, 0, GL_RGBA, GL_UNSIGNED_BYTE, nullptr);
     glBindTexture(GL_TEXTURE_2D, _tex[1]);
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_R32UI, side, side, 0, GL_RED_INTEGER, GL_UNSIGNED_INT,
-                 nullptr);
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_R32UI, side, side, 0, GL_RED_INTEGER, GL_UNSIGNED_INT, nullptr);
     glBindTexture(GL_TEXTURE_2D, 0);
     glGenFramebuffers(1, &_fbo);
     glBindFramebuffer(GL_FRAMEBUFFER, _fbo);
@@ -105,8 +104,7 @@ void draw_triangle(const disp::geometry_program_t& p, const look_t& look) {
   const auto attrib = [&](GLint loc, std::size_t offset) {
     if (loc < 0) return;
     glEnableVertexAttribArray(static_cast<GLuint>(loc));
-    glVertexAttribPointer(static_cast<GLuint>(loc), 3, GL_FLOAT, GL_FALSE, sizeof(vertex_t),
-                          at(offset));
+    glVertexAttribPointer(static_cast<GLuint>(loc), 3, GL_FLOAT, GL_FALSE, sizeof(vertex_t), at(offset));
   };
   attrib(p.pos, offsetof(vertex_t, pos));
   attrib(p.normal, offsetof(vertex_t, normal));
@@ -175,8 +173,7 @@ TEST_F(ProgramsTest, AllFiveAreBuiltAndLinked) {
   QV_REQUIRE_GL();
   ASSERT_TRUE(target().complete);
   const auto& set = disp::programs();
-  for (const GLuint id :
-       {set.flat.id, set.lit.id, set.colored.id, set.colored_lit.id, set.text.id}) {
+  for (const GLuint id : {set.flat.id, set.lit.id, set.colored.id, set.colored_lit.id, set.text.id}) {
     ASSERT_NE(id, disp::unset_program);
     GLint linked = GL_FALSE;
     glGetProgramiv(id, GL_LINK_STATUS, &linked);
@@ -313,8 +310,7 @@ TEST_F(ProgramsTest, TextMultipliesItsTextureByTheColourAndWritesTheUniformId) {
   glBindBuffer(GL_ARRAY_BUFFER, buffer);
   glBufferData(GL_ARRAY_BUFFER, sizeof quad, quad, GL_STREAM_DRAW);
   glUseProgram(p.id);
-  const float to_clip[16] = {2.0f / side, 0, 0,     0, 0, 2.0f / side, 0, 0,
-                             0,           0, -0.5f, 0, 0, 0,           0, 1};
+  const float to_clip[16] = {2.0f / side, 0, 0, 0, 0, 2.0f / side, 0, 0, 0, 0, -0.5f, 0, 0, 0, 0, 1};
   glUniformMatrix4fv(p.proj, 1, GL_FALSE, to_clip);
   glUniform3f(p.p0, -side / 2.0f, -side / 2.0f, 0.0f);
   glUniform4f(p.uniColor, 1.0f, 0.5f, 1.0f, 1.0f);
@@ -346,8 +342,7 @@ TEST_F(ProgramsTest, AProgramThatFailsToBuildIsLoggedAndSurvived) {
   // Driver messages about the same failure may come in between.
   const auto lines = disp_test::log_lines();
   const auto starts = [&](const std::string& prefix) {
-    return std::count_if(lines.begin(), lines.end(),
-                         [&](const std::string& l) { return l.rfind(prefix, 0) == 0; });
+    return std::count_if(lines.begin(), lines.end(), [&](const std::string& l) { return l.rfind(prefix, 0) == 0; });
   };
   EXPECT_EQ(starts("_gen_prog: vertex shader FAILED to compile: 0:2("), 1);
   EXPECT_EQ(starts("_gen_prog: fragment shader"), 0);

@@ -140,8 +140,8 @@ TEST(fraction_unlimited_bytes, integers_travel_as_little_endian_twos_complement)
   EXPECT_EQ(num_bytes(negative.get()), (std::vector<uint8_t>{0xD4, 0xFE}));
   handle_t sign_byte = from_text("128", "1");
   EXPECT_EQ(num_bytes(sign_byte.get()), (std::vector<uint8_t>{0x80, 0x00}));
-  for (const char* text : {"300", "-300", "0", "128", "-128", "255", "-32768",
-                           "123456789012345678901234567890", "-98765432109876543210987654321"}) {
+  for (const char* text : {"300", "-300", "0", "128", "-128", "255", "-32768", "123456789012345678901234567890",
+                           "-98765432109876543210987654321"}) {
     EXPECT_EQ(num_round_trip(text), text);
   }
 }

@@ -39,8 +39,8 @@ class StlFiles : public ::testing::Test {
 };
 
 std::string facet_text(const char* vertex_line_3) {
-  return std::string("facet normal 0 0 1\nouter loop\nvertex 0 0 0\nvertex 1 0 0\n") +
-         vertex_line_3 + "endloop\nendfacet\n";
+  return std::string("facet normal 0 0 1\nouter loop\nvertex 0 0 0\nvertex 1 0 0\n") + vertex_line_3 +
+         "endloop\nendfacet\n";
 }
 
 TEST_F(StlFiles, EmptyFileIsBinaryAndTooShort) {
@@ -87,8 +87,7 @@ TEST_F(StlFiles, BinaryRecordsPutVerticesFirstAndKeepTheGivenNormal) {
   EXPECT_EQ(read("odd.stl"), stl_status::ok);
   ASSERT_EQ(tris.size(), 1u);
   const double* d = reinterpret_cast<const double*>(tris.data());
-  EXPECT_EQ(std::vector<double>(d, d + 12),
-            (std::vector<double>{1, 2, 3, 4, 5, 6, 7, 8, 9, 0.25, -0.5, 8}));
+  EXPECT_EQ(std::vector<double>(d, d + 12), (std::vector<double>{1, 2, 3, 4, 5, 6, 7, 8, 9, 0.25, -0.5, 8}));
 }
 
 TEST_F(StlFiles, HeaderStartingWithSolidIsStillBinary) {
@@ -131,8 +130,8 @@ TEST_F(StlFiles, EndsolidOnSecondLineGivesEmptyTextMesh) {
 }
 
 TEST_F(StlFiles, TruncatedTextFacetKeepsTheFacetsBefore) {
-  write_file(path("cut.stl"), "solid cut\n" + facet_text("vertex 0 1 0\n") +
-                                  facet_text("vertex 0 1 0\n").substr(0, 60));
+  write_file(path("cut.stl"),
+             "solid cut\n" + facet_text("vertex 0 1 0\n") + facet_text("vertex 0 1 0\n").substr(0, 60));
   EXPECT_EQ(read("cut.stl"), stl_status::malformed);
   EXPECT_EQ(tris.size(), 1u);
 }

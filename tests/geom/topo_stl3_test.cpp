@@ -11,8 +11,8 @@
 
 namespace {
 
-using geom::topo_stl3d;
 using geom::stl_tri_t;
+using geom::topo_stl3d;
 
 topo_stl3d make(const std::vector<stl_tri_t>& soup) {
   return topo_stl3d(reinterpret_cast<const double*>(soup.data()), soup.size());
@@ -35,7 +35,8 @@ TEST(FloatingMeshTopology, ClosedSolidsHaveEulerCountsAndFullTwins) {
         {{0, 0, 0}, {1, 0, 0}, {0, 0, 1}, {}},
         {{0, 0, 0}, {0, 0, 1}, {0, 1, 0}, {}},
         {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {}}},
-       4, 4},
+       4,
+       4},
       {quvra_test::torus_soup(5, 1, 24, 12), 24 * 12, 2 * 24 * 12},
   };
   for (const solid& s : solids) {
@@ -72,9 +73,9 @@ TEST(FloatingMeshWelding, NegativeZeroWeldsWithZero) {
 
 TEST(FloatingMeshWelding, DegenerateAndDuplicateTrianglesAreDropped) {
   auto soup = quvra_test::box_soup(0, 0, 0, 1, 1, 1);
-  soup.push_back(soup[0]);                                   // exact duplicate
-  soup.push_back({soup[1].b, soup[1].c, soup[1].a, {}});     // same triangle, rotated
-  soup.push_back({{5, 5, 5}, {5, 5, 5}, {6, 5, 5}, {}});     // two equal corners
+  soup.push_back(soup[0]);                                // exact duplicate
+  soup.push_back({soup[1].b, soup[1].c, soup[1].a, {}});  // same triangle, rotated
+  soup.push_back({{5, 5, 5}, {5, 5, 5}, {6, 5, 5}, {}});  // two equal corners
   topo_stl3d m = make(soup);
   EXPECT_EQ(m.tri_count(), 12u);
   // Points are welded before a triangle is judged, so the dropped one's
@@ -84,8 +85,7 @@ TEST(FloatingMeshWelding, DegenerateAndDuplicateTrianglesAreDropped) {
 }
 
 TEST(FloatingMeshWelding, ReversedCopyIsADifferentTriangle) {
-  std::vector<stl_tri_t> soup = {{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {}},
-                                 {{0, 0, 0}, {0, 1, 0}, {1, 0, 0}, {}}};
+  std::vector<stl_tri_t> soup = {{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {}}, {{0, 0, 0}, {0, 1, 0}, {1, 0, 0}, {}}};
   topo_stl3d m = make(soup);
   EXPECT_EQ(m.tri_count(), 2u);
   EXPECT_EQ(twinned_lines(m), 6u);
@@ -132,7 +132,7 @@ TEST(FloatingMeshNormals, BendIsTheSquaredCosineAcrossALine) {
   for (auto& l : box.lines()) {
     const double b = box.bend(l);
     EXPECT_EQ(b, l.twin->bend);
-    creases += b == 0.0;  // 90 degrees between faces
+    creases += b == 0.0;                 // 90 degrees between faces
     flats += std::abs(b - 1.0) < 1e-15;  // the diagonal of a face
   }
   EXPECT_EQ(creases, 24u);
@@ -169,8 +169,7 @@ TEST(FloatingMeshBoundary, BuildsFromArraysSoupsAndFilesAndRefusesBadCounts) {
   EXPECT_EQ(topo_stl3d__get_round_cos(from_array), 0.5);
   std::vector<double> out(12 * 12);
   topo_stl3d__get_tris(from_array, out.data());
-  EXPECT_EQ(std::vector<double>(out.begin(), out.begin() + 9),
-            std::vector<double>(records, records + 9));
+  EXPECT_EQ(std::vector<double>(out.begin(), out.begin() + 9), std::vector<double>(records, records + 9));
   topo_stl3d__delete(from_array);
 
   stl3d_t* soup = stl3d__new_by_copy_array(records, 12);

@@ -38,9 +38,9 @@ TEST(ExactMeshTopology, ClosedSolidsAreSeamlessWithEulerCounts) {
     std::vector<stl_tri_t> soup;
     std::size_t points;
   };
-  for (const solid& s : {solid{quvra_test::box_soup(0, 0, 0, 1, 2, 3), 8}, solid{tetrahedron, 4},
-                         solid{quvra_test::sphere_soup(5, 6, 10), 2 + 5 * 10},
-                         solid{quvra_test::torus_soup(5, 1, 24, 12), 24 * 12}}) {
+  for (const solid& s :
+       {solid{quvra_test::box_soup(0, 0, 0, 1, 2, 3), 8}, solid{tetrahedron, 4},
+        solid{quvra_test::sphere_soup(5, 6, 10), 2 + 5 * 10}, solid{quvra_test::torus_soup(5, 1, 24, 12), 24 * 12}}) {
     mesh_t m = make(s.soup);
     EXPECT_EQ(m.points_size(), s.points);
     EXPECT_EQ(m.tris_size(), s.soup.size());

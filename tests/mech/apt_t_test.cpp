@@ -80,7 +80,8 @@ TEST_P(apt_tool, mesh_is_closed_with_outward_faces) {
     }
     volume += (tri.a[0] * (tri.b[1] * tri.c[2] - tri.b[2] * tri.c[1]) -
                tri.a[1] * (tri.b[0] * tri.c[2] - tri.b[2] * tri.c[0]) +
-               tri.a[2] * (tri.b[0] * tri.c[1] - tri.b[1] * tri.c[0])) / 6;
+               tri.a[2] * (tri.b[0] * tri.c[1] - tri.b[1] * tri.c[0])) /
+              6;
     EXPECT_TRUE(std::isnan(tri.normal[0]));
   }
   for (const auto& [e, n] : edges) {
@@ -94,7 +95,8 @@ TEST_P(apt_tool, mesh_is_closed_with_outward_faces) {
   for (const auto& tri : fine.stl->tris)
     round += (tri.a[0] * (tri.b[1] * tri.c[2] - tri.b[2] * tri.c[1]) -
               tri.a[1] * (tri.b[0] * tri.c[2] - tri.b[2] * tri.c[0]) +
-              tri.a[2] * (tri.b[0] * tri.c[1] - tri.b[1] * tri.c[0])) / 6;
+              tri.a[2] * (tri.b[0] * tri.c[1] - tri.b[1] * tri.c[0])) /
+             6;
   EXPECT_GT(volume, 0.98 * round);
   EXPECT_LE(volume, round);
 }

@@ -37,8 +37,7 @@ TEST(AptReader, MovesRapidsAndFeedsUntilEnd) {
 }
 
 TEST(AptReader, ToolAxisMakesRotatingMoves) {
-  const program_t p =
-      test::apt("FEDRAT/100\nGOTO/0,0,0,0,0,1\nGOTO/10,0,0,0,1,1\nGOTO/10,0,0,1,0,0\n");
+  const program_t p = test::apt("FEDRAT/100\nGOTO/0,0,0,0,0,1\nGOTO/10,0,0,0,1,1\nGOTO/10,0,0,1,0,0\n");
   ASSERT_EQ(p.moves.size(), 2u);
   expect_point(p.moves[0].axis_start, {0, 0, 1});
   expect_point(p.moves[0].axis_end, {0, std::sqrt(0.5), std::sqrt(0.5)});
@@ -90,21 +89,17 @@ TEST(AptReader, CuttersDefineTheProgramsTools) {
 }
 
 TEST(AptReader, UnsupportedOrMalformedStatementsAreNamed) {
-  EXPECT_EQ(test::apt_error("FEDRAT/100\nCIRCLE/0,0,0,0,0,1,5\n"),
-            "part.cls:2: unsupported statement 'CIRCLE'");
+  EXPECT_EQ(test::apt_error("FEDRAT/100\nCIRCLE/0,0,0,0,0,1,5\n"), "part.cls:2: unsupported statement 'CIRCLE'");
   EXPECT_EQ(test::apt_error("FEDRAT/100\nGOTO/1,2\n"), "part.cls:2: wrong number of values 'GOTO'");
   EXPECT_EQ(test::apt_error("FEDRAT/100\nGOTO/1,a,3\n"), "part.cls:2: expected a number 'A'");
   EXPECT_EQ(test::apt_error("GOTO/1,2,3\n"), "part.cls:1: feed move before any FEDRAT 'GOTO'");
   EXPECT_EQ(test::apt_error("FEDRAT/0.1,IPR\n"), "part.cls:1: unsupported feed mode 'IPR'");
-  EXPECT_EQ(test::apt_error("FEDRAT/100\nGOTO/1,2,3,0,0,0\n"),
-            "part.cls:2: tool axis of zero length 'GOTO'");
+  EXPECT_EQ(test::apt_error("FEDRAT/100\nGOTO/1,2,3,0,0,0\n"), "part.cls:2: tool axis of zero length 'GOTO'");
   EXPECT_EQ(test::apt_error("CUTTER/10,7\n"),
             "part.cls:1: corner radius must lie between 0 and half the diameter 'CUTTER'");
   EXPECT_EQ(test::apt_error("UNITS/FEET\n"), "part.cls:1: unsupported units 'FEET'");
-  EXPECT_EQ(test::apt_error("MSYS/10,0,0,1,0,0,0,1,0\n"),
-            "part.cls:1: unsupported coordinate system 'MSYS'");
-  EXPECT_NO_THROW(
-      test::apt("MSYS/0,0,0,1,0,0,0,1,0\nSPINDL/1000,CLW\nCOOLNT/ON\nPPRINT TEXT, WITH / MARKS\n"));
+  EXPECT_EQ(test::apt_error("MSYS/10,0,0,1,0,0,0,1,0\n"), "part.cls:1: unsupported coordinate system 'MSYS'");
+  EXPECT_NO_THROW(test::apt("MSYS/0,0,0,1,0,0,0,1,0\nSPINDL/1000,CLW\nCOOLNT/ON\nPPRINT TEXT, WITH / MARKS\n"));
 }
 
 }  // namespace

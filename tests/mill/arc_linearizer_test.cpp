@@ -17,8 +17,7 @@ using test::expect_point;
 
 // Largest gap between the true arc and a chord, measured at each chord's
 // middle, for an arc about centre in the xy plane.
-double worst_sagitta(const vec3_t& start, const std::vector<vec3_t>& points, const vec3_t& centre,
-                     double radius) {
+double worst_sagitta(const vec3_t& start, const std::vector<vec3_t>& points, const vec3_t& centre, double radius) {
   double worst = 0;
   vec3_t from = start;
   for (const vec3_t& to : points) {

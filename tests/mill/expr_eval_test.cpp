@@ -85,10 +85,9 @@ TEST(ExprEval, ParametersByNumberIndirectionAndName) {
 
 TEST(ExprEval, DomainAndSyntaxErrorsThrow) {
   const std::string too_long(400, '9');
-  for (const char* bad :
-       {"[1/0]", "[1mod0]",   "sqrt[-1]", "ln[0]",     "acos[2]",   "#<nope>",       "#[1.5]",
-        "#0",    "#6000",     "[1+]",     "[1foo2]",   "blah[1]",   "[1+2",          "atan[1]",
-        "sin3",  "[-8**0.5]", "",         "exp[1000]", "[10**400]", too_long.c_str()})
+  for (const char* bad : {"[1/0]", "[1mod0]",   "sqrt[-1]", "ln[0]",     "acos[2]",   "#<nope>",       "#[1.5]",
+                          "#0",    "#6000",     "[1+]",     "[1foo2]",   "blah[1]",   "[1+2",          "atan[1]",
+                          "sin3",  "[-8**0.5]", "",         "exp[1000]", "[10**400]", too_long.c_str()})
     EXPECT_THROW(eval(bad), std::invalid_argument) << bad;
 }
 

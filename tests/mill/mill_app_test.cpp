@@ -36,8 +36,7 @@ TEST(MillApp, HelpListsTheOptions) {
 TEST(MillApp, ABadCommandLineIsAUsageError) {
   const run_t r = run({"--cell", "0"});
   EXPECT_EQ(r.status, mill_usage_error);
-  EXPECT_EQ(r.err,
-            "quvra-mill: --cell must be positive, not 0\n(quvra-mill --help lists the options)\n");
+  EXPECT_EQ(r.err, "quvra-mill: --cell must be positive, not 0\n(quvra-mill --help lists the options)\n");
 }
 
 TEST(MillApp, ABadProgramReportsFileLineAndWord) {
@@ -96,8 +95,8 @@ std::string csv_row(const std::string& csv, const std::string& prefix) {
 TEST(MillApp, AStraightSlotRemovesItsSweptVolume) {
   write_file("slot.ngc", "G21 G90\nG0 X10 Y10 Z15\nG1 Z7 F300\nG1 X30\nG0 Z15\n");
   const double cell = 0.1;
-  const run_t r = run({"slot.ngc", "--stock", "box:0,0,0,40,20,10", "--tool", "flat:6", "--cell",
-                       "0.1", "--out", "slot_out"});
+  const run_t r =
+      run({"slot.ngc", "--stock", "box:0,0,0,40,20,10", "--tool", "flat:6", "--cell", "0.1", "--out", "slot_out"});
   ASSERT_EQ(r.status, mill_ok) << r.err;
   const std::string summary = file_text("slot_out/summary.txt");
   EXPECT_NE(r.out.find(summary), std::string::npos) << "the screen shows the summary file";

@@ -28,9 +28,9 @@ TEST(MillArgs, NoArgumentsMeanTheSampleWithEveryDefault) {
 }
 
 TEST(MillArgs, ReadsEveryOptionInBothSpellings) {
-  const mill_options_t o = parse_mill_args({"part.ngc", "--stock=box:0,0,-20,50,40,0", "--cell", "0.1",
-                                            "--tool", "ball:8", "--tool-length=55", "--tool-table",
-                                            "tools.txt", "--out", "result"});
+  const mill_options_t o =
+      parse_mill_args({"part.ngc", "--stock=box:0,0,-20,50,40,0", "--cell", "0.1", "--tool", "ball:8",
+                       "--tool-length=55", "--tool-table", "tools.txt", "--out", "result"});
   EXPECT_EQ(o.program, "part.ngc");
   EXPECT_EQ(o.stock.kind, stock_kind::box);
   EXPECT_EQ(o.stock.box, (std::array<double, 6>{0, 0, -20, 50, 40, 0}));
@@ -65,8 +65,7 @@ TEST(MillArgs, ABoxNeedsSixNumbersAndPositiveSides) {
   EXPECT_EQ(error_of({"--stock", "box:0,0,0,1,1"}), six);
   EXPECT_EQ(error_of({"--stock", "box:0,0,0,1,1,1,1"}), six);
   EXPECT_EQ(error_of({"--stock", "box:0,0,0,1,x,1"}), "--stock box: 'x' is not a number");
-  EXPECT_EQ(error_of({"--stock", "box:0,0,5,1,1,5"}),
-            "--stock box: each maximum must exceed its minimum (axis Z)");
+  EXPECT_EQ(error_of({"--stock", "box:0,0,5,1,1,5"}), "--stock box: each maximum must exceed its minimum (axis Z)");
 }
 
 TEST(MillArgs, ABadToolSaysWhatTheDescriptionWas) {

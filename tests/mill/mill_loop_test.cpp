@@ -16,10 +16,9 @@ move_t move(std::uint32_t line, move_kind kind, vec3_t start, vec3_t end) {
   return m;
 }
 
-const std::vector<move_t> path{move(1, move_kind::rapid, {0, 0, 0}, {0, 0, 50}),
-                               move(2, move_kind::feed, {0, 0, 50}, {3, 4, 50}),
-                               move(3, move_kind::arc_segment, {3, 4, 50}, {3, 4, 38}),
-                               move(4, move_kind::feed, {3, 4, 38}, {3, 10, 38})};
+const std::vector<move_t> path{
+    move(1, move_kind::rapid, {0, 0, 0}, {0, 0, 50}), move(2, move_kind::feed, {0, 0, 50}, {3, 4, 50}),
+    move(3, move_kind::arc_segment, {3, 4, 50}, {3, 4, 38}), move(4, move_kind::feed, {3, 4, 38}, {3, 10, 38})};
 
 struct seen_t {
   vec3_t from, to;
@@ -33,7 +32,8 @@ TEST(MillLoop, CutsEachMoveFromItsStartPoseToItsEndPose) {
   };
   std::ostringstream log;
   progress_view_t progress(log, false, path.size());
-  const loop_result_t r = run_moves(path, cut, [] { return false; }, progress);
+  const loop_result_t r = run_moves(
+      path, cut, [] { return false; }, progress);
   ASSERT_EQ(r.records.size(), 4u);
   EXPECT_FALSE(r.interrupted);
   // The first move starts where the machine stood, which nobody knows: the
@@ -58,7 +58,8 @@ TEST(MillLoop, AStopEndsTheRunAfterTheMoveBeingCut) {
   };
   std::ostringstream log;
   progress_view_t progress(log, false, path.size());
-  const loop_result_t r = run_moves(path, cut, [&] { return cuts == 2; }, progress);
+  const loop_result_t r = run_moves(
+      path, cut, [&] { return cuts == 2; }, progress);
   EXPECT_EQ(cuts, 2);
   EXPECT_EQ(r.records.size(), 2u);
   EXPECT_TRUE(r.interrupted);
@@ -68,7 +69,9 @@ TEST(MillLoop, AStopAfterTheLastMoveIsNoInterruption) {
   const move_cutter_t cut = [](const move_t&, const pose_t&, const pose_t&) { return cut_outcome_t{}; };
   std::ostringstream log;
   progress_view_t progress(log, false, 1);
-  EXPECT_FALSE(run_moves({path[0]}, cut, [] { return true; }, progress).interrupted);
+  EXPECT_FALSE(run_moves(
+                   {path[0]}, cut, [] { return true; }, progress)
+                   .interrupted);
 }
 
 }  // namespace

@@ -20,9 +20,7 @@ inline void expect_point(const vec3_t& actual, const vec3_t& expected, double to
   for (int i = 0; i < 3; ++i) EXPECT_NEAR(actual[i], expected[i], tol) << "coordinate " << i;
 }
 
-inline double distance(const vec3_t& a, const vec3_t& b) {
-  return std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]);
-}
+inline double distance(const vec3_t& a, const vec3_t& b) { return std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]); }
 
 // The message of the source_error_t that run throws; fails the test when
 // it throws none.

@@ -89,13 +89,11 @@ TEST(NgcControlFlow, WhileDoAndRepeatLoops) {
   EXPECT_EQ(xs(test::ngc("#1=0\no1 while [#1 lt 3]\n#1=[#1+1]\nG0 X#1\no1 endwhile\n")),
             (std::vector<double>{1, 2, 3}));
   // A do loop runs its body once before the first test.
-  EXPECT_EQ(xs(test::ngc("#1=5\no1 do\nG0 X#1\n#1=[#1+1]\no1 while [#1 lt 3]\n")),
-            (std::vector<double>{5}));
-  EXPECT_EQ(xs(test::ngc("G91 G0\no1 repeat [4]\nX1\no1 endrepeat\n")),
-            (std::vector<double>{1, 2, 3, 4}));
+  EXPECT_EQ(xs(test::ngc("#1=5\no1 do\nG0 X#1\n#1=[#1+1]\no1 while [#1 lt 3]\n")), (std::vector<double>{5}));
+  EXPECT_EQ(xs(test::ngc("G91 G0\no1 repeat [4]\nX1\no1 endrepeat\n")), (std::vector<double>{1, 2, 3, 4}));
   EXPECT_TRUE(test::ngc("G91 G0\no1 repeat [0]\nX1\no1 endrepeat\n").moves.empty());
-  const program_t nested = test::ngc(
-      "G91 G0\no1 repeat [3]\n  o2 repeat [2]\n    X1\n  o2 endrepeat\n  Y1\no1 endrepeat\n");
+  const program_t nested =
+      test::ngc("G91 G0\no1 repeat [3]\n  o2 repeat [2]\n    X1\n  o2 endrepeat\n  Y1\no1 endrepeat\n");
   EXPECT_EQ(nested.moves.size(), 9u);
   test::expect_point(nested.moves.back().end, {6, 3, 0});
 }
@@ -134,20 +132,16 @@ TEST(NgcControlFlow, ProgramEndsAtM2InsideASubAndAtTheSecondPercent) {
 }
 
 TEST(NgcControlFlow, MisplacedControlWordsAreNamed) {
-  EXPECT_EQ(test::ngc_error("G0 X1\no1 endif\n"),
-            "prog.ngc:2: nothing open here to continue or close 'O1 ENDIF'");
-  EXPECT_EQ(test::ngc_error("o1 if [1]\no2 endif\n"),
-            "prog.ngc:2: does not match the open O1 IF 'O2 ENDIF'");
+  EXPECT_EQ(test::ngc_error("G0 X1\no1 endif\n"), "prog.ngc:2: nothing open here to continue or close 'O1 ENDIF'");
+  EXPECT_EQ(test::ngc_error("o1 if [1]\no2 endif\n"), "prog.ngc:2: does not match the open O1 IF 'O2 ENDIF'");
   EXPECT_EQ(test::ngc_error("o1 while [1]\nG0 X1\n"), "prog.ngc:1: never closed 'O1 WHILE'");
   EXPECT_EQ(test::ngc_error("o5 call\n"), "prog.ngc:1: no such subroutine in this file 'O5 CALL'");
   EXPECT_EQ(test::ngc_error("o1 if [1]\no1 else\no1 else\no1 endif\n"),
             "prog.ngc:3: follows the else of its if 'O1 ELSE'");
   EXPECT_EQ(test::ngc_error("o1 repeat [2]\no2 break\no1 endrepeat\n"),
             "prog.ngc:2: not inside a structure with this label 'O2 BREAK'");
-  EXPECT_EQ(test::ngc_error("o1 sub\no1 endsub\no1 sub\no1 endsub\n"),
-            "prog.ngc:3: subroutine defined twice 'O1 SUB'");
-  EXPECT_EQ(test::ngc_error("o1 if [#<nope>]\no1 endif\n"),
-            "prog.ngc:1: parameter #<nope> was never set 'O1 IF'");
+  EXPECT_EQ(test::ngc_error("o1 sub\no1 endsub\no1 sub\no1 endsub\n"), "prog.ngc:3: subroutine defined twice 'O1 SUB'");
+  EXPECT_EQ(test::ngc_error("o1 if [#<nope>]\no1 endif\n"), "prog.ngc:1: parameter #<nope> was never set 'O1 IF'");
   EXPECT_EQ(test::ngc_error("o1 repeat [1.5]\no1 endrepeat\n"),
             "prog.ngc:1: repeat count must be a whole number 'O1 REPEAT'");
 }

@@ -202,8 +202,7 @@ TEST(NgcInterpreter, ToolChangeTakesTheToolChosenByT) {
   EXPECT_EQ(p.moves[1].tool, 1);
   EXPECT_EQ(p.moves[2].tool, 2);
   EXPECT_EQ(p.moves[3].tool, 1);
-  EXPECT_EQ(test::ngc_error("G0 X1\nT9 M6\n", options),
-            "prog.ngc:2: tool 9 is not in the tool table 'T9'");
+  EXPECT_EQ(test::ngc_error("G0 X1\nT9 M6\n", options), "prog.ngc:2: tool 9 is not in the tool table 'T9'");
 }
 
 TEST(NgcInterpreter, HarmlessModesAndProgramEnd) {
@@ -221,20 +220,15 @@ TEST(NgcInterpreter, UnsupportedOrWrongBlocksStopWithLineAndWord) {
   EXPECT_EQ(test::ngc_error("X1"), "prog.ngc:1: axis word without a motion mode 'X1'");
   EXPECT_EQ(test::ngc_error("G0 X1 Q5"), "prog.ngc:1: word not used by any code 'Q5'");
   EXPECT_EQ(test::ngc_error("G0 X1 A5"), "prog.ngc:1: word not used by any code 'A5'");
-  EXPECT_EQ(test::ngc_error("G0 G1 X1"),
-            "prog.ngc:1: two codes of one modal group in a block 'G1'");
+  EXPECT_EQ(test::ngc_error("G0 G1 X1"), "prog.ngc:1: two codes of one modal group in a block 'G1'");
   EXPECT_EQ(test::ngc_error("G0 X1 X2"), "prog.ngc:1: the letter appears twice in the block 'X2'");
-  EXPECT_EQ(test::ngc_error("G1 F10 X1\nG2 X2 Y1"),
-            "prog.ngc:2: an arc needs a centre (I J K) or a radius (R) 'G2'");
-  EXPECT_EQ(test::ngc_error("G2 X2 I1 R1 F10"),
-            "prog.ngc:1: an arc takes a centre or a radius, not both 'R1'");
-  EXPECT_EQ(test::ngc_error("G2 X20 I5 F10"),
-            "prog.ngc:1: arc end does not lie on the circle through its start 'G2'");
+  EXPECT_EQ(test::ngc_error("G1 F10 X1\nG2 X2 Y1"), "prog.ngc:2: an arc needs a centre (I J K) or a radius (R) 'G2'");
+  EXPECT_EQ(test::ngc_error("G2 X2 I1 R1 F10"), "prog.ngc:1: an arc takes a centre or a radius, not both 'R1'");
+  EXPECT_EQ(test::ngc_error("G2 X20 I5 F10"), "prog.ngc:1: arc end does not lie on the circle through its start 'G2'");
   EXPECT_EQ(test::ngc_error("G17 G2 X2 I1 K1 F10"), "prog.ngc:1: word not used by any code 'K1'");
   EXPECT_EQ(test::ngc_error("G91 G53 G0 X1"), "prog.ngc:1: G53 needs G90 'G53'");
   EXPECT_EQ(test::ngc_error("G1 X[1/0]"), "prog.ngc:1: division by zero 'X[1/0]'");
-  EXPECT_EQ(test::ngc_error("G0 X#<undefined>"),
-            "prog.ngc:1: parameter #<undefined> was never set 'X#<UNDEFINED>'");
+  EXPECT_EQ(test::ngc_error("G0 X#<undefined>"), "prog.ngc:1: parameter #<undefined> was never set 'X#<UNDEFINED>'");
   EXPECT_EQ(test::ngc_error("G1.5 X1"), "prog.ngc:1: unsupported word 'G1.5'");
 }
 

@@ -53,18 +53,14 @@ TEST(NgcLineParser, ReadsOWordControlLines) {
 }
 
 TEST(NgcLineParser, ErrorsNameTheLineAndTheWord) {
-  EXPECT_EQ(test::error_of([] { parse("G1 X10 (open comment"); }),
-            "prog.ngc:7: comment is not closed '('");
+  EXPECT_EQ(test::error_of([] { parse("G1 X10 (open comment"); }), "prog.ngc:7: comment is not closed '('");
   EXPECT_EQ(test::error_of([] { parse("G1 X*2"); }), "prog.ngc:7: expected a value 'X*'");
-  EXPECT_EQ(test::error_of([] { parse("G1 X[1 foo 2]"); }),
-            "prog.ngc:7: unknown operator 'foo' 'X[1FOO2'");
+  EXPECT_EQ(test::error_of([] { parse("G1 X[1 foo 2]"); }), "prog.ngc:7: unknown operator 'foo' 'X[1FOO2'");
   EXPECT_EQ(test::error_of([] { parse("G1 @1"); }), "prog.ngc:7: unexpected character '@'");
   EXPECT_EQ(test::error_of([] { parse("o1 if"); }),
             "prog.ngc:7: wrong number of bracketed values for this O-word 'O1IF'");
-  EXPECT_EQ(test::error_of([] { parse("o1 frobnicate"); }),
-            "prog.ngc:7: unknown O-word keyword 'O1FROBNICATE'");
-  EXPECT_EQ(test::error_of([] { parse("o1 endif G1"); }),
-            "prog.ngc:7: unexpected text after the O-word 'O1ENDIFG'");
+  EXPECT_EQ(test::error_of([] { parse("o1 frobnicate"); }), "prog.ngc:7: unknown O-word keyword 'O1FROBNICATE'");
+  EXPECT_EQ(test::error_of([] { parse("o1 endif G1"); }), "prog.ngc:7: unexpected text after the O-word 'O1ENDIFG'");
 }
 
 }  // namespace

@@ -20,8 +20,7 @@ TEST(ProgramReader, FormatFollowsTheExtensionThenTheFirstStatement) {
   EXPECT_EQ(detect_format("a.NGC", "CUTTER/1"), program_format::ngc);
   EXPECT_EQ(detect_format("dir/a.cls", "G0 X1"), program_format::apt);
   EXPECT_EQ(detect_format("a.aptsource", ""), program_format::apt);
-  EXPECT_EQ(detect_format("a.prg", "\n$$ made by CAM\n  TOOL PATH/OP1\nGOTO/1,2,3"),
-            program_format::apt);
+  EXPECT_EQ(detect_format("a.prg", "\n$$ made by CAM\n  TOOL PATH/OP1\nGOTO/1,2,3"), program_format::apt);
   EXPECT_EQ(detect_format("a.prg", "(header / notes)\nG0 X1"), program_format::ngc);
   EXPECT_EQ(detect_format("a.prg", "#1=[4/2]"), program_format::ngc);
 }
@@ -40,8 +39,7 @@ TEST(ProgramReader, ReadsEitherLanguageFromAFile) {
 TEST(ProgramReader, ErrorsNameTheFileAsGiven) {
   const std::string path = write_file("bad.ngc", "G0 X1\nG0 Y1\nG41 D1\n");
   EXPECT_EQ(test::error_of([&] { read_program(path, {}); }), "bad.ngc:3: unsupported word 'G41'");
-  EXPECT_EQ(test::error_of([] { read_program("missing.ngc", {}); }),
-            "missing.ngc:0: cannot open the file");
+  EXPECT_EQ(test::error_of([] { read_program("missing.ngc", {}); }), "missing.ngc:0: cannot open the file");
 }
 
 }  // namespace

@@ -49,8 +49,7 @@ TEST(RunDefaults, ACutterWithItsOwnHeightKeepsIt) {
 
 TEST(RunDefaults, TheStockSpansTheFeedMovesNotTheRapids) {
   program_t p;
-  p.moves = {move(move_kind::rapid, {-50, -50, 100}, {0, 0, 20}),
-             move(move_kind::feed, {0, 0, 20}, {40, 0, 5}),
+  p.moves = {move(move_kind::rapid, {-50, -50, 100}, {0, 0, 20}), move(move_kind::feed, {0, 0, 20}, {40, 0, 5}),
              move(move_kind::arc_segment, {40, 0, 5}, {50, 30, 5}),
              move(move_kind::rapid, {50, 30, 5}, {200, 200, 200})};
   EXPECT_EQ(feed_box(p, 6), (std::array<double, 6>{0, 0, 5, 50, 30, 20}));

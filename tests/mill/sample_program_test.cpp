@@ -46,8 +46,7 @@ TEST(SampleProgram, RapidsRiseStraightOrStayAboveTheBlock) {
   const double top = sample_stock_box[5];
   for (const move_t& m : p.moves) {
     if (m.kind != move_kind::rapid) continue;
-    const bool straight_up =
-        m.start[0] == m.end[0] && m.start[1] == m.end[1] && m.end[2] >= m.start[2];
+    const bool straight_up = m.start[0] == m.end[0] && m.start[1] == m.end[1] && m.end[2] >= m.start[2];
     EXPECT_TRUE(straight_up || (m.start[2] > top && m.end[2] > top)) << "line " << m.line;
   }
 }
@@ -56,8 +55,7 @@ TEST(SampleProgram, TheFinishingPassFollowsTheSurface) {
   const program_t p = run_ngc(sample_program_text(), "sample.ngc", {});
   int on_surface = 0;
   for (const move_t& m : p.moves)
-    if (m.end[1] <= 46 && m.end[2] < 28 &&
-        std::abs(m.end[2] - sample_surface_z(m.end[0], m.end[1])) < 1e-3)
+    if (m.end[1] <= 46 && m.end[2] < 28 && std::abs(m.end[2] - sample_surface_z(m.end[0], m.end[1])) < 1e-3)
       ++on_surface;
   EXPECT_GT(on_surface, 19 * 160);
 }

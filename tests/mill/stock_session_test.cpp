@@ -56,8 +56,7 @@ TEST(StockSession, AStockFromAnStlFileIsItsSolid) {
   spec.stl_path = "stock_box.stl";
   EXPECT_NEAR(enclosed_volume(stock_session_t(spec, 0.25).surface()), 24, 1e-9);
   spec.stl_path = "no_such_stock.stl";
-  EXPECT_NE(error_of([&] { stock_session_t(spec, 0.25); }).find("no_such_stock.stl"),
-            std::string::npos);
+  EXPECT_NE(error_of([&] { stock_session_t(spec, 0.25); }).find("no_such_stock.stl"), std::string::npos);
 }
 
 TEST(StockSession, AToolClearOfTheStockLeavesItUntouched) {
@@ -100,8 +99,7 @@ TEST(StockSession, TheStockFileReadsBackAndABadPathIsNamed) {
   EXPECT_EQ(box[0], 0);
   EXPECT_EQ(box[5], 4);
   cube_tree__delete(back);
-  EXPECT_NE(error_of([&] { stock.write("no_such_dir/stock.cbt"); }).find("no_such_dir/stock.cbt"),
-            std::string::npos);
+  EXPECT_NE(error_of([&] { stock.write("no_such_dir/stock.cbt"); }).find("no_such_dir/stock.cbt"), std::string::npos);
 }
 
 }  // namespace

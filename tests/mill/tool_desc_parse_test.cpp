@@ -13,8 +13,7 @@ TEST(ToolDescParse, SimpleShapesFillTheAptParameters) {
   EXPECT_EQ(flat, (tool_desc_t{tool_shape::flat, 10, 0, 5, 0, 0, 0, 0}));
 
   EXPECT_EQ(parse_tool_desc("ball:6"), (tool_desc_t{tool_shape::ball, 6, 3, 0, 3, 0, 0, 0}));
-  EXPECT_EQ(parse_tool_desc(" bull: 12 , 2 "),
-            (tool_desc_t{tool_shape::bull, 12, 2, 4, 2, 0, 0, 0}));
+  EXPECT_EQ(parse_tool_desc(" bull: 12 , 2 "), (tool_desc_t{tool_shape::bull, 12, 2, 4, 2, 0, 0, 0}));
   // A 118 degree point leaves a bottom 31 degrees above the horizontal.
   EXPECT_EQ(parse_tool_desc("drill:8,118"), (tool_desc_t{tool_shape::drill, 8, 0, 0, 0, 31, 0, 0}));
 }
@@ -31,9 +30,8 @@ TEST(ToolDescParse, SevenAptParametersWithOrWithoutPrefix) {
 }
 
 TEST(ToolDescParse, RejectsImpossibleOrMalformedTools) {
-  for (const char* bad :
-       {"flat:-1", "ball:0", "bull:10,6", "drill:8,180", "cone:5", "flat:1,2", "flat:abc",
-        "flat:", "bull:10", "10,2,4,2,0,0,50", "10,2,3,2,90,0,50", "10,2,3,2,0,0"})
+  for (const char* bad : {"flat:-1", "ball:0", "bull:10,6", "drill:8,180", "cone:5", "flat:1,2", "flat:abc",
+                          "flat:", "bull:10", "10,2,4,2,0,0,50", "10,2,3,2,90,0,50", "10,2,3,2,0,0"})
     EXPECT_THROW(parse_tool_desc(bad), std::invalid_argument) << bad;
 }
 

@@ -49,8 +49,7 @@ void expect_outward_unit_normals(const std::vector<double>& tris) {
     const double* p = &tris[t];
     const double u[3] = {p[3] - p[0], p[4] - p[1], p[5] - p[2]};
     const double v[3] = {p[6] - p[0], p[7] - p[1], p[8] - p[2]};
-    const double n[3] = {u[1] * v[2] - u[2] * v[1], u[2] * v[0] - u[0] * v[2],
-                         u[0] * v[1] - u[1] * v[0]};
+    const double n[3] = {u[1] * v[2] - u[2] * v[1], u[2] * v[0] - u[0] * v[2], u[0] * v[1] - u[1] * v[0]};
     ASSERT_NEAR(std::hypot(p[9], p[10], p[11]), 1, 1e-12) << "record " << t / 12;
     ASSERT_GT(n[0] * p[9] + n[1] * p[10] + n[2] * p[11], 0) << "record " << t / 12;
   }
@@ -66,8 +65,7 @@ TEST(ToolMesh, AFlatMillIsAClosedCylinderWithNormals) {
 TEST(ToolMesh, ABallMillIsACylinderOnAHemisphere) {
   const double tol = 0.005;
   const double exact = pi * 25 * 25 + 2 * pi * 125 / 3;
-  expect_volume(tool_surface(ball_tool(10), 30, tol), exact,
-                pi * 25 + 2 * pi * 5 * 25 + 2 * pi * 25, tol);
+  expect_volume(tool_surface(ball_tool(10), 30, tol), exact, pi * 25 + 2 * pi * 5 * 25 + 2 * pi * 25, tol);
 }
 
 TEST(ToolMesh, ABullNoseHasItsCornerArcAndFlatBottom) {
@@ -98,8 +96,7 @@ TEST(ToolMesh, ADrillIsAConeUnderACylinder) {
   EXPECT_EQ(apt.e, 4);
   const std::vector<double> tris = tool_surface(drill_tool(8, 90), 30, tol);
   const double side = 4 * std::sqrt(2.0);
-  expect_volume(tris, pi * 16 * 4 / 3 + pi * 16 * 26, pi * 4 * side + 2 * pi * 4 * 26 + pi * 16,
-                tol);
+  expect_volume(tris, pi * 16 * 4 / 3 + pi * 16 * 26, pi * 4 * side + 2 * pi * 4 * 26 + pi * 16, tol);
 }
 
 TEST(ToolMesh, ATaperedMillIsAFrustum) {

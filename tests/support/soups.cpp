@@ -19,13 +19,10 @@ point unit_normal(const point& a, const point& b, const point& c) {
   return n;
 }
 
-geom::stl_tri_t make_tri(const point& a, const point& b, const point& c) {
-  return {a, b, c, unit_normal(a, b, c)};
-}
+geom::stl_tri_t make_tri(const point& a, const point& b, const point& c) { return {a, b, c, unit_normal(a, b, c)}; }
 
 // Two triangles of the quad a b c d, counter-clockwise seen from outside.
-void add_quad(std::vector<geom::stl_tri_t>& out, const point& a, const point& b, const point& c,
-              const point& d) {
+void add_quad(std::vector<geom::stl_tri_t>& out, const point& a, const point& b, const point& c, const point& d) {
   out.push_back(make_tri(a, b, c));
   out.push_back(make_tri(a, c, d));
 }
@@ -33,8 +30,7 @@ void add_quad(std::vector<geom::stl_tri_t>& out, const point& a, const point& b,
 point on_sphere(double radius, int ring, int rings, int sector, int sectors) {
   const double theta = std::numbers::pi * ring / rings;
   const double phi = 2 * std::numbers::pi * sector / sectors;
-  return {radius * std::sin(theta) * std::cos(phi), radius * std::sin(theta) * std::sin(phi),
-          radius * std::cos(theta)};
+  return {radius * std::sin(theta) * std::cos(phi), radius * std::sin(theta) * std::sin(phi), radius * std::cos(theta)};
 }
 
 point on_torus(double r_major, double r_minor, int i, int rings, int j, int sides) {
@@ -46,8 +42,7 @@ point on_torus(double r_major, double r_minor, int i, int rings, int j, int side
 
 }  // namespace
 
-std::vector<geom::stl_tri_t> box_soup(double x0, double y0, double z0, double x1, double y1,
-                                      double z1) {
+std::vector<geom::stl_tri_t> box_soup(double x0, double y0, double z0, double x1, double y1, double z1) {
   std::vector<geom::stl_tri_t> out;
   const point p000{x0, y0, z0}, p100{x1, y0, z0}, p010{x0, y1, z0}, p110{x1, y1, z0};
   const point p001{x0, y0, z1}, p101{x1, y0, z1}, p011{x0, y1, z1}, p111{x1, y1, z1};
@@ -96,8 +91,7 @@ std::vector<geom::stl_tri_t> sphere_soup(double radius, int rings, int sectors) 
 std::vector<geom::stl_tri_t> step_block_soup(double x0, double y0, double z0, double x1, double y1, double z1,
                                              double xs, double zs) {
   // The L profile in (x, z), counter-clockwise seen from -y.
-  const std::array<std::array<double, 2>, 6> profile = {
-      {{x0, z0}, {x1, z0}, {x1, zs}, {xs, zs}, {xs, z1}, {x0, z1}}};
+  const std::array<std::array<double, 2>, 6> profile = {{{x0, z0}, {x1, z0}, {x1, zs}, {xs, zs}, {xs, z1}, {x0, z1}}};
   const auto at = [](const std::array<double, 2>& p, double y) { return point{p[0], y, p[1]}; };
   std::vector<geom::stl_tri_t> out;
   // The two L faces as two rectangles each: below zs, and the upright part.

@@ -10,8 +10,7 @@
 namespace quvra_test {
 
 // Axis-aligned box from (x0, y0, z0) to (x1, y1, z1): 12 triangles.
-std::vector<geom::stl_tri_t> box_soup(double x0, double y0, double z0, double x1, double y1,
-                                      double z1);
+std::vector<geom::stl_tri_t> box_soup(double x0, double y0, double z0, double x1, double y1, double z1);
 
 // UV sphere of the given radius around the origin with about
 // 2 * rings * sectors triangles (rings >= 2, sectors >= 3).

@@ -23,8 +23,7 @@ void text_point(std::ostringstream& out, const char* keyword, const std::array<d
 
 }  // namespace
 
-std::string binary_stl_bytes(const std::vector<geom::stl_tri_t>& tris, const std::string& header,
-                             std::int64_t count) {
+std::string binary_stl_bytes(const std::vector<geom::stl_tri_t>& tris, const std::string& header, std::int64_t count) {
   std::string out = header.substr(0, 80);
   out.resize(80, ' ');
   const auto count32 = static_cast<std::int32_t>(count);
@@ -41,8 +40,7 @@ std::string binary_stl_bytes(const std::vector<geom::stl_tri_t>& tris, const std
   return out;
 }
 
-void write_binary_stl(const std::string& path, const std::vector<geom::stl_tri_t>& tris,
-                      const std::string& header) {
+void write_binary_stl(const std::string& path, const std::vector<geom::stl_tri_t>& tris, const std::string& header) {
   write_file(path, binary_stl_bytes(tris, header, static_cast<std::int64_t>(tris.size())));
 }
 
@@ -67,8 +65,8 @@ void write_text_stl(const std::string& path, const std::vector<geom::stl_tri_t>&
 }
 
 void write_file(const std::string& path, const std::string& bytes) {
-  std::ofstream(path, std::ios::binary | std::ios::trunc).write(bytes.data(),
-                                                                static_cast<std::streamsize>(bytes.size()));
+  std::ofstream(path, std::ios::binary | std::ios::trunc)
+      .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
 }
 
 }  // namespace quvra_test

@@ -15,8 +15,7 @@ namespace quvra_test {
 // given facet count (by default the true one).
 void write_binary_stl(const std::string& path, const std::vector<geom::stl_tri_t>& tris,
                       const std::string& header = "quvra test");
-std::string binary_stl_bytes(const std::vector<geom::stl_tri_t>& tris, const std::string& header,
-                             std::int64_t count);
+std::string binary_stl_bytes(const std::vector<geom::stl_tri_t>& tris, const std::string& header, std::int64_t count);
 
 // Text STL of tris, seven lines a facet inside "solid name" / "endsolid name".
 void write_text_stl(const std::string& path, const std::vector<geom::stl_tri_t>& tris);

@@ -57,8 +57,9 @@ double enclosed_volume(const std::vector<triangle3>& tris, const point3& r) {
     const point3 a = {t[0][0] - r[0], t[0][1] - r[1], t[0][2] - r[2]};
     const point3 b = {t[1][0] - r[0], t[1][1] - r[1], t[1][2] - r[2]};
     const point3 c = {t[2][0] - r[0], t[2][1] - r[1], t[2][2] - r[2]};
-    v += (a[0] * (b[1] * c[2] - b[2] * c[1]) - a[1] * (b[0] * c[2] - b[2] * c[0]) +
-          a[2] * (b[0] * c[1] - b[1] * c[0])) / 6;
+    v +=
+        (a[0] * (b[1] * c[2] - b[2] * c[1]) - a[1] * (b[0] * c[2] - b[2] * c[0]) + a[2] * (b[0] * c[1] - b[1] * c[0])) /
+        6;
   }
   return v;
 }

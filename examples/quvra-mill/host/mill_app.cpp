@@ -13,10 +13,10 @@
 #include "host/stl_writer.h"
 #include "host/stock_session.h"
 #include "host/tool_set.h"
-#include "interp/program_reader.h"
-#include "interp/tool_desc_parse.h"
 #include "interp/ngc_interpreter.h"
+#include "interp/program_reader.h"
 #include "interp/source_error_t.h"
+#include "interp/tool_desc_parse.h"
 
 namespace mill {
 

@@ -43,8 +43,8 @@ std::array<double, 6> box_numbers(std::string_view list) {
   }
   require(n == box.size(), "--stock box takes six numbers X0,Y0,Z0,X1,Y1,Z1");
   for (int i = 0; i < 3; ++i)
-    require(box[i] < box[i + 3], "--stock box: each maximum must exceed its minimum (axis " +
-                                     std::string(1, "XYZ"[i]) + ")");
+    require(box[i] < box[i + 3],
+            "--stock box: each maximum must exceed its minimum (axis " + std::string(1, "XYZ"[i]) + ")");
   return box;
 }
 

@@ -39,7 +39,7 @@ using move_cutter_t = std::function<cut_outcome_t(const move_t& move, const pose
 // a stop leaves the stock whole at a move boundary. The first move starts
 // where the machine stood before the program, which the program does not
 // say: it is cut as the tool standing at its end, not swept from a guess.
-loop_result_t run_moves(const std::vector<move_t>& moves, const move_cutter_t& cut,
-                        const std::function<bool()>& stop, progress_view_t& progress);
+loop_result_t run_moves(const std::vector<move_t>& moves, const move_cutter_t& cut, const std::function<bool()>& stop,
+                        progress_view_t& progress);
 
 }  // namespace mill

@@ -30,8 +30,7 @@ tooling_t choose_tooling(const mill_options_t& options, std::vector<std::string>
   t.tool = options.tool.value_or(flat_tool(default_tool_diameter));
   if (!options.tool) notes.push_back("tool: flat:6, a 6 mm flat end mill (default; --tool to change)");
   t.tool_length = options.tool_length.value_or(default_tool_length);
-  if (!options.tool_length && t.tool.h == 0)
-    notes.push_back("tool length: 40 mm (default; --tool-length to change)");
+  if (!options.tool_length && t.tool.h == 0) notes.push_back("tool length: 40 mm (default; --tool-length to change)");
   return t;
 }
 
@@ -57,14 +56,13 @@ std::array<double, 6> feed_box(const program_t& program, double tool_diameter) {
   return box;
 }
 
-stock_spec_t choose_stock(const mill_options_t& options, const program_t& program,
-                          double tool_diameter, std::vector<std::string>& notes) {
+stock_spec_t choose_stock(const mill_options_t& options, const program_t& program, double tool_diameter,
+                          std::vector<std::string>& notes) {
   if (options.stock.kind != stock_kind::feed_box) return options.stock;
   stock_spec_t spec;
   spec.kind = stock_kind::box;
   spec.box = feed_box(program, tool_diameter);
-  notes.push_back("stock: " + box_text(spec.box) +
-                  ", the box the feed moves span (default; --stock to change)");
+  notes.push_back("stock: " + box_text(spec.box) + ", the box the feed moves span (default; --stock to change)");
   return spec;
 }
 

@@ -16,7 +16,7 @@ namespace mill {
 
 struct tooling_t {
   double cell = 0;
-  tool_desc_t tool;  // in the spindle before any change
+  tool_desc_t tool;        // in the spindle before any change
   double tool_length = 0;  // for cutters whose description gives no height
 };
 
@@ -29,8 +29,8 @@ tooling_t choose_tooling(const mill_options_t& options, std::vector<std::string>
 std::array<double, 6> feed_box(const program_t& program, double tool_diameter);
 
 // options.stock with feed_box in place of a default stock.
-stock_spec_t choose_stock(const mill_options_t& options, const program_t& program,
-                          double tool_diameter, std::vector<std::string>& notes);
+stock_spec_t choose_stock(const mill_options_t& options, const program_t& program, double tool_diameter,
+                          std::vector<std::string>& notes);
 
 // The length of a cutter: its own height when its description has one,
 // else the tooling's.

@@ -28,8 +28,7 @@ struct run_summary_t {
 void write_moves_csv(std::ostream& out, const std::vector<move_record_t>& records,
                      const std::vector<std::string>& files);
 
-run_summary_t summarize(const loop_result_t& loop, std::size_t moves_total, double removed_volume,
-                        double cell);
+run_summary_t summarize(const loop_result_t& loop, std::size_t moves_total, double removed_volume, double cell);
 
 // Lines of "name: value", the same text on screen and in summary.txt.
 std::string summary_text(const run_summary_t& s);

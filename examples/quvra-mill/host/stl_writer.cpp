@@ -23,8 +23,7 @@ void put(std::ofstream& out, T value) {
 
 }  // namespace
 
-void write_binary_stl(const std::string& path, const std::vector<double>& tris,
-                      const std::string& title) {
+void write_binary_stl(const std::string& path, const std::vector<double>& tris, const std::string& title) {
   std::ofstream out(path, std::ios::binary | std::ios::trunc);
   if (!out) throw std::runtime_error("cannot write " + path);
   std::array<char, 80> header{};

@@ -13,7 +13,6 @@ namespace mill {
 // title, the count, then per triangle the normal and the three corners as
 // little-endian 32-bit floats. Throws std::runtime_error naming the path when
 // the file cannot be written.
-void write_binary_stl(const std::string& path, const std::vector<double>& tris,
-                      const std::string& title);
+void write_binary_stl(const std::string& path, const std::vector<double>& tris, const std::string& title);
 
 }  // namespace mill

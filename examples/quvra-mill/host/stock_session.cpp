@@ -49,8 +49,7 @@ thread_local std::vector<double>* collecting = nullptr;
 void collect_triangle(const double tri[12]) {
   // The library leaves some normals uncomputed (NaN); append_triangle
   // computes every one from the corners, so all are alike.
-  append_triangle(*collecting, {tri[0], tri[1], tri[2]}, {tri[3], tri[4], tri[5]},
-                  {tri[6], tri[7], tri[8]});
+  append_triangle(*collecting, {tri[0], tri[1], tri[2]}, {tri[3], tri[4], tri[5]}, {tri[6], tri[7], tri[8]});
 }
 
 }  // namespace
@@ -86,9 +85,7 @@ void stock_session_t::write(const std::string& path) const {
 
 std::vector<double> box_surface(const std::array<double, 6>& box) {
   // Corner (i, j, k) takes the minimum or the maximum along each axis.
-  const auto c = [&](int i, int j, int k) {
-    return point3_t{box[3 * i], box[1 + 3 * j], box[2 + 3 * k]};
-  };
+  const auto c = [&](int i, int j, int k) { return point3_t{box[3 * i], box[1 + 3 * j], box[2 + 3 * k]}; };
   // Each face's corners counter-clockwise seen from outside.
   const int faces[6][4][3] = {
       {{0, 0, 0}, {0, 0, 1}, {0, 1, 1}, {0, 1, 0}}, {{1, 0, 0}, {1, 1, 0}, {1, 1, 1}, {1, 0, 1}},

@@ -12,8 +12,8 @@ tool_model_t::tool_model_t(const std::vector<double>& surface) {
 }
 
 cached_tris_ptr tool_model_t::sweep(const pose_t& start, const pose_t& end) const {
-  cached_tris_ptr tris(new_sweeping_cached_tris(mesh_.get(), exact_.get(), start.data(), end.data(),
-                                                fraction_grid, true));
+  cached_tris_ptr tris(
+      new_sweeping_cached_tris(mesh_.get(), exact_.get(), start.data(), end.data(), fraction_grid, true));
   if (!tris) throw std::runtime_error("the library could not make a tool volume");
   return tris;
 }

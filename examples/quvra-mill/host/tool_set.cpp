@@ -18,8 +18,7 @@ double tool_set_t::length(int number) const { return cutter_length(desc(number),
 const tool_model_t& tool_set_t::model(int number) {
   std::unique_ptr<tool_model_t>& slot = models_[number];
   if (!slot)
-    slot = std::make_unique<tool_model_t>(
-        tool_surface(desc(number), length(number), tooling_.cell * facet_per_cell));
+    slot = std::make_unique<tool_model_t>(tool_surface(desc(number), length(number), tooling_.cell * facet_per_cell));
   return *slot;
 }
 

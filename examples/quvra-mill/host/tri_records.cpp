@@ -4,8 +4,7 @@
 
 namespace mill {
 
-void append_triangle(std::vector<double>& records, const point3_t& a, const point3_t& b,
-                     const point3_t& c) {
+void append_triangle(std::vector<double>& records, const point3_t& a, const point3_t& b, const point3_t& c) {
   const point3_t u{b[0] - a[0], b[1] - a[1], b[2] - a[2]};
   const point3_t v{c[0] - a[0], c[1] - a[1], c[2] - a[2]};
   const point3_t n{u[1] * v[2] - u[2] * v[1], u[2] * v[0] - u[0] * v[2], u[0] * v[1] - u[1] * v[0]};

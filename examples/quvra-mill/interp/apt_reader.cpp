@@ -13,9 +13,9 @@ namespace mill {
 
 namespace {
 
-constexpr std::array<std::string_view, 15> passive_statements{
-    "PARTNO", "PPRINT", "INSERT",    "TPRINT", "MACHIN", "CLPRNT", "COOLNT", "SPINDL",
-    "NOPOST", "PAINT",  "TOOL PATH", "MULTAX", "OPSKIP", "INTOL",  "OUTTOL"};
+constexpr std::array<std::string_view, 15> passive_statements{"PARTNO",    "PPRINT", "INSERT", "TPRINT", "MACHIN",
+                                                              "CLPRNT",    "COOLNT", "SPINDL", "NOPOST", "PAINT",
+                                                              "TOOL PATH", "MULTAX", "OPSKIP", "INTOL",  "OUTTOL"};
 
 class apt_runner_t {
  public:
@@ -29,12 +29,10 @@ class apt_runner_t {
  private:
   using handler_t = void (apt_runner_t::*)(const apt_statement_t&);
 
-  [[noreturn]] void fail(const apt_statement_t& s, const std::string& word,
-                         const std::string& reason) const {
+  [[noreturn]] void fail(const apt_statement_t& s, const std::string& word, const std::string& reason) const {
     throw source_error_t(file_, s.line, word, reason);
   }
-  std::vector<double> numbers(const apt_statement_t& s,
-                              std::initializer_list<std::size_t> counts) const;
+  std::vector<double> numbers(const apt_statement_t& s, std::initializer_list<std::size_t> counts) const;
   vec3_t point(const std::vector<double>& v, std::size_t first, double scale) const;
   vec3_t axis(const apt_statement_t& s, const std::vector<double>& v) const;
   void move(const apt_statement_t& s, const vec3_t& to, const vec3_t& axis);
@@ -64,15 +62,13 @@ class apt_runner_t {
   int tool_;
 };
 
-std::vector<double> apt_runner_t::numbers(const apt_statement_t& s,
-                                          std::initializer_list<std::size_t> counts) const {
+std::vector<double> apt_runner_t::numbers(const apt_statement_t& s, std::initializer_list<std::size_t> counts) const {
   std::vector<double> v;
   for (const apt_param_t& p : s.params) {
     if (!p.is_number) fail(s, p.word, "expected a number");
     v.push_back(p.number);
   }
-  if (std::find(counts.begin(), counts.end(), v.size()) == counts.end())
-    fail(s, s.major, "wrong number of values");
+  if (std::find(counts.begin(), counts.end(), v.size()) == counts.end()) fail(s, s.major, "wrong number of values");
   return v;
 }
 
@@ -114,8 +110,8 @@ void apt_runner_t::go_to(const apt_statement_t& s) {
 
 void apt_runner_t::go_delta(const apt_statement_t& s) {
   const std::vector<double> v = numbers(s, {1, 3});
-  const vec3_t step = v.size() == 1 ? point({axis_[0], axis_[1], axis_[2]}, 0, v[0] * mm_per_unit_)
-                                    : point(v, 0, mm_per_unit_);
+  const vec3_t step =
+      v.size() == 1 ? point({axis_[0], axis_[1], axis_[2]}, 0, v[0] * mm_per_unit_) : point(v, 0, mm_per_unit_);
   move(s, {position_[0] + step[0], position_[1] + step[1], position_[2] + step[2]}, axis_);
 }
 
@@ -157,8 +153,7 @@ void apt_runner_t::cutter(const apt_statement_t& s) {
   // A tool that gets a different cutter becomes a new tool, numbered above
   // all so far, so the moves made before keep the cutter they were cut with.
   const auto known = out_.tools.find(tool_);
-  if (known != out_.tools.end() && !(known->second == desc))
-    tool_ = std::max(tool_, out_.tools.rbegin()->first) + 1;
+  if (known != out_.tools.end() && !(known->second == desc)) tool_ = std::max(tool_, out_.tools.rbegin()->first) + 1;
   out_.tools[tool_] = desc;
 }
 
@@ -204,8 +199,7 @@ apt_runner_t::handler_t apt_runner_t::handler(const std::string& major) const {
   }};
   for (const auto& [name, h] : handlers)
     if (name == major) return h;
-  if (std::find(passive_statements.begin(), passive_statements.end(), major) !=
-      passive_statements.end())
+  if (std::find(passive_statements.begin(), passive_statements.end(), major) != passive_statements.end())
     return &apt_runner_t::pass;
   return nullptr;
 }

@@ -131,9 +131,8 @@ double evaluate(const expr_t& e, const param_store_t& params) {
     default:
       break;
   }
-  const double result =
-      e.args.size() == 1 ? unary(e.op, evaluate(e.args[0], params))
-                         : binary(e.op, evaluate(e.args[0], params), evaluate(e.args[1], params));
+  const double result = e.args.size() == 1 ? unary(e.op, evaluate(e.args[0], params))
+                                           : binary(e.op, evaluate(e.args[0], params), evaluate(e.args[1], params));
   require(std::isfinite(result), "result too large");
   return result;
 }

@@ -13,9 +13,7 @@ struct line_cursor_t {
   std::size_t pos = 0;
 
   bool at_end() const { return pos >= text.size(); }
-  char peek(std::size_t ahead = 0) const {
-    return pos + ahead < text.size() ? text[pos + ahead] : '\0';
-  }
+  char peek(std::size_t ahead = 0) const { return pos + ahead < text.size() ? text[pos + ahead] : '\0'; }
   bool accept(char c) {
     if (peek() != c) return false;
     ++pos;

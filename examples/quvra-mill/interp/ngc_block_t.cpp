@@ -13,8 +13,7 @@ namespace {
 
 ngc_code_t make_code(double value, const std::string& text) {
   const double tenths = std::round(value * 10);
-  if (std::abs(value * 10 - tenths) > 1e-6 || tenths < 0)
-    throw std::invalid_argument("malformed code number");
+  if (std::abs(value * 10 - tenths) > 1e-6 || tenths < 0) throw std::invalid_argument("malformed code number");
   return {static_cast<int>(tenths), text};
 }
 
@@ -67,8 +66,7 @@ ngc_block_t evaluate_block(const ngc_line_t& line, param_store_t& params, const 
     for (const ngc_setting_t& s : line.settings) {
       blamed = &s.text;
       const bool named = s.target.op == expr_op::named_param;
-      pending.push_back({&s, named ? 0 : evaluate_param_index(s.target.args[0], params),
-                         evaluate(s.value, params)});
+      pending.push_back({&s, named ? 0 : evaluate_param_index(s.target.args[0], params), evaluate(s.value, params)});
     }
     for (const pending_setting_t& p : pending) {
       blamed = &p.setting->text;

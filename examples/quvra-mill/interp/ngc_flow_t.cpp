@@ -11,8 +11,7 @@ namespace {
 
 class flow_builder_t {
  public:
-  flow_builder_t(const std::vector<ngc_line_t>& lines, const std::string& file)
-      : lines_(lines), file_(file) {
+  flow_builder_t(const std::vector<ngc_line_t>& lines, const std::string& file) : lines_(lines), file_(file) {
     flow_.links.resize(lines.size());
   }
 
@@ -40,8 +39,7 @@ class flow_builder_t {
     if (open_.empty()) fail(i, "nothing open here to continue or close");
     const int top = open_.back();
     const bool kind_fits = std::find(kinds.begin(), kinds.end(), line(top).keyword) != kinds.end();
-    if (!kind_fits || line(top).label != line(i).label)
-      fail(i, "does not match the open " + line(top).o_text);
+    if (!kind_fits || line(top).label != line(i).label) fail(i, "does not match the open " + line(top).o_text);
     return top;
   }
 
@@ -79,8 +77,7 @@ void flow_builder_t::place(int i) {
       open_.push_back(i);
       break;
     case o_keyword::while_:
-      if (!open_.empty() && line(open_.back()).keyword == o_keyword::do_ &&
-          line(open_.back()).label == l.label) {
+      if (!open_.empty() && line(open_.back()).keyword == o_keyword::do_ && line(open_.back()).label == l.label) {
         link(i).closes_do = true;
         close(open_.back(), i);
         break;

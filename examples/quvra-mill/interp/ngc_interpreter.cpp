@@ -24,8 +24,7 @@ constexpr std::size_t max_call_depth = 1000;
 std::vector<ngc_line_t> read_lines(std::string_view text, const std::string& file) {
   std::vector<ngc_line_t> lines;
   int number = 0;
-  for (const std::string_view line : split_lines(text))
-    lines.push_back(parse_ngc_line(line, file, ++number));
+  for (const std::string_view line : split_lines(text)) lines.push_back(parse_ngc_line(line, file, ++number));
   return lines;
 }
 
@@ -183,8 +182,7 @@ int ngc_runner_t::call_sub(int i) {
 
 int ngc_runner_t::leave_sub(int i) {
   // The value is computed with the callee's parameters, set for the caller.
-  const std::optional<double> result =
-      line(i).args.empty() ? std::nullopt : std::optional<double>(value(i, 0));
+  const std::optional<double> result = line(i).args.empty() ? std::nullopt : std::optional<double>(value(i, 0));
   params_.leave_call();
   const int return_to = calls_.back().return_to;
   calls_.pop_back();
@@ -195,8 +193,7 @@ int ngc_runner_t::leave_sub(int i) {
 }  // namespace
 
 program_t run_ngc(std::string_view text, const std::string& file, const interp_options_t& options) {
-  if (!(options.chord_tolerance > 0))
-    throw std::invalid_argument("chord tolerance must be positive");
+  if (!(options.chord_tolerance > 0)) throw std::invalid_argument("chord tolerance must be positive");
   return ngc_runner_t(text, file, options).run();
 }
 

@@ -146,8 +146,7 @@ ngc_line_t parse_ngc_line(std::string_view raw, const std::string& file, int num
     for (; !c.at_end(); start = c.pos) parse_item(c, line, start);
   } catch (const std::invalid_argument& e) {
     const std::size_t end = std::min(std::max(c.pos + 1, start + 1), text.size());
-    throw source_error_t(file, number, upper(std::string_view(text).substr(start, end - start)),
-                         e.what());
+    throw source_error_t(file, number, upper(std::string_view(text).substr(start, end - start)), e.what());
   }
   return line;
 }

@@ -55,14 +55,13 @@ constexpr std::array<g_code_info_t, 35> g_codes{{
 constexpr std::array<int, 11> m_codes{{0, 10, 20, 30, 40, 50, 60, 70, 80, 90, 300}};
 
 const g_code_info_t* find_g(int code) {
-  const auto it = std::find_if(g_codes.begin(), g_codes.end(),
-                               [code](const g_code_info_t& g) { return g.code == code; });
+  const auto it =
+      std::find_if(g_codes.begin(), g_codes.end(), [code](const g_code_info_t& g) { return g.code == code; });
   return it == g_codes.end() ? nullptr : &*it;
 }
 
 const ngc_code_t* find_code(const std::vector<ngc_code_t>& codes, int code) {
-  const auto it = std::find_if(codes.begin(), codes.end(),
-                               [code](const ngc_code_t& c) { return c.code == code; });
+  const auto it = std::find_if(codes.begin(), codes.end(), [code](const ngc_code_t& c) { return c.code == code; });
   return it == codes.end() ? nullptr : &*it;
 }
 
@@ -82,8 +81,7 @@ void ngc_machine_t::fail(const std::string& word, const std::string& reason) con
 int ngc_machine_t::whole(double value, const std::string& word, int min, int max) const {
   const double r = std::round(value);
   if (std::abs(value - r) > 1e-6 || r < min || r > max)
-    fail(word,
-         "expected a whole number from " + std::to_string(min) + " to " + std::to_string(max));
+    fail(word, "expected a whole number from " + std::to_string(min) + " to " + std::to_string(max));
   return static_cast<int>(r);
 }
 
@@ -109,8 +107,7 @@ void ngc_machine_t::check_codes(const ngc_block_t& block) const {
     seen.push_back(info->group);
   }
   for (const ngc_code_t& m : block.m)
-    if (std::find(m_codes.begin(), m_codes.end(), m.code) == m_codes.end())
-      fail(m.text, "unsupported word");
+    if (std::find(m_codes.begin(), m_codes.end(), m.code) == m_codes.end()) fail(m.text, "unsupported word");
 }
 
 void ngc_machine_t::set_motion_mode(int code) {
@@ -226,8 +223,7 @@ void ngc_machine_t::run_non_modal(ngc_block_t& block) {
 
 void ngc_machine_t::set_offsets(ngc_block_t& block, const ngc_code_t& g10) {
   const auto l = block.take('l');
-  if (!l || (*l != 2 && *l != 20))
-    fail(l ? block.text('l') : g10.text, "G10 supports L2 and L20 only");
+  if (!l || (*l != 2 && *l != 20)) fail(l ? block.text('l') : g10.text, "G10 supports L2 and L20 only");
   const auto p = block.take('p');
   if (!p) fail(g10.text, "G10 needs P to name the work system");
   const int given = whole(*p, block.text('p'), 0, 6);

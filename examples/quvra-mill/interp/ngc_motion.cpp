@@ -15,16 +15,13 @@ namespace {
 constexpr char axis_letters[] = "xyz";
 constexpr char centre_letters[] = "ijk";
 
-bool any_axis(const ngc_block_t& block) {
-  return block.has('x') || block.has('y') || block.has('z');
-}
+bool any_axis(const ngc_block_t& block) { return block.has('x') || block.has('y') || block.has('z'); }
 
 }  // namespace
 
 vec3_t ngc_machine_t::work_offset() const {
   vec3_t offset{};
-  for (int axis = 0; axis < 3; ++axis)
-    offset[axis] = params_.get(work_offset_param(state_.work_system, axis));
+  for (int axis = 0; axis < 3; ++axis) offset[axis] = params_.get(work_offset_param(state_.work_system, axis));
   return offset;
 }
 
@@ -70,8 +67,7 @@ void ngc_machine_t::go_home(ngc_block_t& block, const ngc_code_t& code) {
   emit(move_kind::rapid, target(block, false));
   vec3_t home = state_.position;
   for (int axis = 0; axis < 3; ++axis)
-    if (named[axis] || !any)
-      home[axis] = params_.get(code.code == 280 ? g28_home_param(axis) : g30_home_param(axis));
+    if (named[axis] || !any) home[axis] = params_.get(code.code == 280 ? g28_home_param(axis) : g30_home_param(axis));
   emit(move_kind::rapid, home);
 }
 
@@ -85,8 +81,7 @@ void ngc_machine_t::run_motion(ngc_block_t& block, const ngc_code_t* g53) {
   }
   const bool arc_words = block.has('i') || block.has('j') || block.has('k') || block.has('r');
   if (!any_axis(block) && (straight || !arc_words)) return;
-  if (state_.motion != motion_mode::rapid && state_.feed <= 0)
-    fail(motion_word(block), "feed rate is zero");
+  if (state_.motion != motion_mode::rapid && state_.feed <= 0) fail(motion_word(block), "feed rate is zero");
   if (straight) {
     const bool rapid = state_.motion == motion_mode::rapid;
     emit(rapid ? move_kind::rapid : move_kind::feed, target(block, g53 != nullptr));
@@ -104,8 +99,7 @@ void ngc_machine_t::arc_to(ngc_block_t& block) {
   arc.ccw = state_.motion == motion_mode::arc_ccw;
   if (const auto p = block.take('p')) arc.extra_turns = whole(*p, block.text('p'), 1, 10'000) - 1;
   place_centre(block, arc, word);
-  for (const vec3_t& point : linearize_arc(arc, options_.chord_tolerance))
-    emit(move_kind::arc_segment, point);
+  for (const vec3_t& point : linearize_arc(arc, options_.chord_tolerance)) emit(move_kind::arc_segment, point);
 }
 
 void ngc_machine_t::place_centre(ngc_block_t& block, arc_t& arc, const std::string& word) {
@@ -125,8 +119,7 @@ void ngc_machine_t::place_centre(ngc_block_t& block, arc_t& arc, const std::stri
     }
     const vec3_t origin = state_.arc_absolute ? work_offset() : arc.start;
     for (const int axis : {axes[0], axes[1]})
-      arc.centre[axis] =
-          origin[axis] + block.take(centre_letters[axis]).value_or(0) * state_.mm_per_unit;
+      arc.centre[axis] = origin[axis] + block.take(centre_letters[axis]).value_or(0) * state_.mm_per_unit;
     check_end_on_circle(arc);
   } catch (const std::invalid_argument& e) {
     fail(word, e.what());

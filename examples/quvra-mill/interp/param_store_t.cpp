@@ -35,9 +35,7 @@ double param_store_t::get(const std::string& name) const {
   return it->second;
 }
 
-void param_store_t::set(const std::string& name, double value) {
-  (is_global(name) ? globals_ : locals_)[name] = value;
-}
+void param_store_t::set(const std::string& name, double value) { (is_global(name) ? globals_ : locals_)[name] = value; }
 
 void param_store_t::enter_call(const std::vector<double>& args) {
   if (args.size() > call_args)

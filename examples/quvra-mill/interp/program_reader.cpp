@@ -13,8 +13,7 @@ namespace mill {
 
 namespace {
 
-constexpr std::array<std::string_view, 5> apt_extensions{".cl", ".cls", ".clt", ".apt",
-                                                         ".aptsource"};
+constexpr std::array<std::string_view, 5> apt_extensions{".cl", ".cls", ".clt", ".apt", ".aptsource"};
 constexpr std::array<std::string_view, 5> ngc_extensions{".ngc", ".nc", ".tap", ".gcode", ".cnc"};
 
 template <std::size_t N>
@@ -26,8 +25,7 @@ bool starts_like_apt(std::string_view text) {
   for (std::string_view line : split_lines(text)) {
     line = trim(line);
     if (line.empty() || line.starts_with("$$")) continue;
-    const auto word_end =
-        line.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz ");
+    const auto word_end = line.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz ");
     return word_end != 0 && word_end != std::string_view::npos && line[word_end] == '/';
   }
   return false;

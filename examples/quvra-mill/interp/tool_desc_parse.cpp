@@ -31,8 +31,7 @@ std::vector<double> parse_numbers(std::string_view list) {
 }
 
 void require_count(const std::vector<double>& v, std::size_t n, std::string_view kind) {
-  require(v.size() == n,
-          std::string(kind) + " takes " + std::to_string(n) + " number" + (n == 1 ? "" : "s"));
+  require(v.size() == n, std::string(kind) + " takes " + std::to_string(n) + " number" + (n == 1 ? "" : "s"));
 }
 
 }  // namespace
@@ -51,9 +50,7 @@ tool_desc_t bull_tool(double d, double r) {
   require(d > 0, "diameter must be positive");
   require(r >= 0 && r <= d / 2, "corner radius must lie between 0 and half the diameter");
   // The extremes are the simpler shapes, whichever way the user wrote them.
-  const tool_shape shape = r == 0       ? tool_shape::flat
-                           : r == d / 2 ? tool_shape::ball
-                                        : tool_shape::bull;
+  const tool_shape shape = r == 0 ? tool_shape::flat : r == d / 2 ? tool_shape::ball : tool_shape::bull;
   return {shape, d, r, d / 2 - r, r, 0, 0, 0};
 }
 
@@ -78,8 +75,7 @@ tool_desc_t parse_tool_desc(std::string_view text) {
   text = trim(text);
   const auto colon = text.find(':');
   const std::string_view kind = colon == std::string_view::npos ? "apt" : text.substr(0, colon);
-  const std::vector<double> v =
-      parse_numbers(colon == std::string_view::npos ? text : text.substr(colon + 1));
+  const std::vector<double> v = parse_numbers(colon == std::string_view::npos ? text : text.substr(colon + 1));
   if (kind == "flat" || kind == "ball") {
     require_count(v, 1, kind);
     return kind == "flat" ? flat_tool(v[0]) : ball_tool(v[0]);

@@ -16,8 +16,7 @@ int parse_tool_number(std::string_view word) {
   int number = -1;
   const char* end = word.data() + word.size();
   const bool has_t = word.size() > 1 && (word[0] == 'T' || word[0] == 't');
-  const auto [stop, ec] =
-      has_t ? std::from_chars(word.data() + 1, end, number) : std::from_chars_result{};
+  const auto [stop, ec] = has_t ? std::from_chars(word.data() + 1, end, number) : std::from_chars_result{};
   if (!has_t || ec != std::errc() || stop != end || number < 0)
     throw std::invalid_argument("expected a tool number like T3");
   return number;
@@ -50,8 +49,6 @@ tool_table_t parse_tool_table(std::string_view text, const std::string& file) {
   return table;
 }
 
-tool_table_t read_tool_table(const std::string& path) {
-  return parse_tool_table(read_text_file(path), path);
-}
+tool_table_t read_tool_table(const std::string& path) { return parse_tool_table(read_text_file(path), path); }
 
 }  // namespace mill

@@ -19,15 +19,13 @@ namespace geom {
 
 using hull_index_t = std::uint32_t;
 
-std::vector<hull_index_t> hull_face_polygon(const std::vector<hull_point_t>& pts, hull_index_t b,
-                                            hull_index_t a, const std::vector<hull_index_t>& others,
-                                            const vec3fr& n);
+std::vector<hull_index_t> hull_face_polygon(const std::vector<hull_point_t>& pts, hull_index_t b, hull_index_t a,
+                                            const std::vector<hull_index_t>& others, const vec3fr& n);
 
 // Triangles over a convex polygon with a positive area, counter-clockwise
 // like the polygon. Vertices between two collinear neighbours are never a
 // triangle's tip, so no triangle is without area.
 std::vector<std::array<hull_index_t, 3>> triangulate_convex(const std::vector<hull_point_t>& pts,
-                                                            std::vector<hull_index_t> polygon,
-                                                            const vec3fr& n);
+                                                            std::vector<hull_index_t> polygon, const vec3fr& n);
 
 }  // namespace geom

@@ -28,8 +28,7 @@ struct hull_point_t {
         magnitude{std::fabs(approx.x), std::fabs(approx.y), std::fabs(approx.z)} {}
 };
 
-int orient3(const hull_point_t& a, const hull_point_t& b, const hull_point_t& c,
-            const hull_point_t& p);
+int orient3(const hull_point_t& a, const hull_point_t& b, const hull_point_t& c, const hull_point_t& p);
 
 // The plane's share of an orientation filter over a b c: cross(b - a, c - a)
 // in doubles, and its terms in absolute value per coordinate of p - a,

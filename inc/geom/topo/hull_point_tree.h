@@ -28,7 +28,7 @@ class hull_point_tree_t {
  private:
   struct box_t {
     vec3d lo, hi;
-    std::uint32_t begin, end;  // the box's points in _order
+    std::uint32_t begin, end;          // the box's points in _order
     std::int32_t low = -1, high = -1;  // children; -1 for a leaf
   };
 

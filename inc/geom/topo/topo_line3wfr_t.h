@@ -15,10 +15,9 @@ template <class F>
 struct topo_line3fr_t {
   topo_point3fr_t<F>* p0;
   topo_point3fr_t<F>* p1;
-  topo_line3fr_t* twin = nullptr;      // the line p1 -> p0, when there is one
-  topo_tri3fr_t<F>* tri = nullptr;     // the owning triangle, when owned
-  std::array<double, 3> vec = {std::numeric_limits<double>::quiet_NaN(),
-                               std::numeric_limits<double>::quiet_NaN(),
+  topo_line3fr_t* twin = nullptr;   // the line p1 -> p0, when there is one
+  topo_tri3fr_t<F>* tri = nullptr;  // the owning triangle, when owned
+  std::array<double, 3> vec = {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::quiet_NaN(),
                                std::numeric_limits<double>::quiet_NaN()};
 
   // p1 - p0, exact.

@@ -25,9 +25,7 @@ struct topo_point3fr_t {
   std::vector<topo_line3fr_t<F>*> backward_lines;  // lines ending here
   std::vector<topo_tri3fr_t<F>*> tris;             // triangles with a corner here
 
-  bool is_unreferenced() const {
-    return forward_lines.empty() && backward_lines.empty() && tris.empty();
-  }
+  bool is_unreferenced() const { return forward_lines.empty() && backward_lines.empty() && tris.empty(); }
 };
 
 // Owns its points; positions are kept packed, so that equal positions hash

@@ -82,11 +82,9 @@ class topo_tri3fr_stock_t {
   // disowning its lines; the lines and points themselves stay.
   void del(tri_t* tri) {
     const std::size_t h = hash_tri_address(tri);
-    QV_CHECK(_tris.find(h, [&](const tri_t& t) { return &t == tri; }),
-             "topo_tri3fr_stock_t::del: tri not in stock");
+    QV_CHECK(_tris.find(h, [&](const tri_t& t) { return &t == tri; }), "topo_tri3fr_stock_t::del: tri not in stock");
     for (int i = 0; i < 3; ++i) {
-      QV_CHECK(std::erase(tri->p[i]->tris, tri) == 1,
-               "topo_tri3fr_stock_t::del: point->tris missing the tri");
+      QV_CHECK(std::erase(tri->p[i]->tris, tri) == 1, "topo_tri3fr_stock_t::del: point->tris missing the tri");
       tri->l[i]->tri = nullptr;
     }
     _tris.erase(tri, h);

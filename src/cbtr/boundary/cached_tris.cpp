@@ -45,19 +45,18 @@ cached_tris_t* new_stationary_cached_tris(topo_stl3d* mesh, const double* mat, d
   return make([&] { return cbtr::build_stationary(*mesh, pose, resolution); });
 }
 
-cached_tris_t* new_linear_sweeping_cached_tris(topo_stl3wfr_t* exact_mesh, const double* start,
-                                               const double* end, double resolution) noexcept {
+cached_tris_t* new_linear_sweeping_cached_tris(topo_stl3wfr_t* exact_mesh, const double* start, const double* end,
+                                               double resolution) noexcept {
   geom::mat4d s{}, e{};
-  if (!exact_mesh || !read_pose(start, s) || !read_pose(end, e) || !valid_resolution(resolution))
-    return nullptr;
+  if (!exact_mesh || !read_pose(start, s) || !read_pose(end, e) || !valid_resolution(resolution)) return nullptr;
   return make([&] {
     return cbtr::build_linear_sweep(*exact_mesh, cbtr::to_exact_pose(s, resolution),
                                     cbtr::to_exact_pose(e, resolution));
   });
 }
 
-cached_tris_t* new_nonlinear_sweeping_cached_tris(topo_stl3d* mesh, const double* start,
-                                                  const double* end, double resolution) noexcept {
+cached_tris_t* new_nonlinear_sweeping_cached_tris(topo_stl3d* mesh, const double* start, const double* end,
+                                                  double resolution) noexcept {
   geom::mat4d s{}, e{};
   if (!mesh || !read_pose(start, s) || !read_pose(end, e) || !valid_resolution(resolution)) return nullptr;
   return make([&] { return cbtr::build_convex_sweep(*mesh, s, e, resolution); });

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <limits>
 #include <filesystem>
+#include <limits>
 #include <new>
 #include <string_view>
 
@@ -30,7 +30,6 @@ struct forwarding_monitor_t : common::progress_monitor_t {
 
   report_progress host;
 };
-
 
 static_assert(sizeof(defect_tip_info) == 136, "the record crosses the boundary as packed bytes");
 
@@ -79,7 +78,7 @@ struct defect_forwarder_t final : cbtr::defect_sink_t {
 extern "C" {
 
 cube_tree_t* cube_tree__new(const stl3d_t* stl, double grid_width, const stop_token* stop,
-                           report_progress progress) noexcept {
+                            report_progress progress) noexcept {
   return cube_tree__new_with_defect_infos(stl, grid_width, stop, progress, nullptr);
 }
 
@@ -127,20 +126,18 @@ bool cube_tree__contains_inf_edge_cuts(const cube_tree_t* tree) noexcept {
 
 void cube_tree__get_inf_edge_cuts_info(const cube_tree_t* tree, cube_tree_inf_edge_fn fn) noexcept {
   if (!tree || !fn) return;
-  for (const cbtr::inf_edge_cut_t& cut : cbtr::inf_edge_cuts(*tree)) fn(cut.box.data(), cut.edges.data(), cut.edges.size());
+  for (const cbtr::inf_edge_cut_t& cut : cbtr::inf_edge_cuts(*tree))
+    fn(cut.box.data(), cut.edges.data(), cut.edges.size());
 }
 
 void cube_tree__delete(cube_tree_t* tree) noexcept { delete tree; }
 
-double cube_tree__get_grid_width(const cube_tree_t* tree) noexcept {
-  return tree ? tree->grid_width() : 0.0;
-}
+double cube_tree__get_grid_width(const cube_tree_t* tree) noexcept { return tree ? tree->grid_width() : 0.0; }
 
 int32_t cube_tree__write_to(const cube_tree_t* tree, const char* path) noexcept {
   if (!tree || !path) return CUBE_TREE_WRITE_INVALID_ARGUMENTS;
   try {
-    return cbtr::write_tree_file(utf8_path(path), *tree) ? CUBE_TREE_WRITE_OK
-                                                         : CUBE_TREE_WRITE_FAILED;
+    return cbtr::write_tree_file(utf8_path(path), *tree) ? CUBE_TREE_WRITE_OK : CUBE_TREE_WRITE_FAILED;
   } catch (const std::bad_alloc&) {
     return CUBE_TREE_WRITE_FAILED;
   }
@@ -165,7 +162,6 @@ void cube_tree__ExpandToBox3d(cube_tree_t* tree, double* box) noexcept {
 
 void cube_tree__ExpandToBox3dByMat(cube_tree_t* tree, double* box, const double* mat) noexcept {
   if (tree && box && mat)
-    tree->expand_to_box3d(reinterpret_cast<geom::box3d*>(box),
-                          reinterpret_cast<const geom::mat4d*>(mat));
+    tree->expand_to_box3d(reinterpret_cast<geom::box3d*>(box), reinterpret_cast<const geom::mat4d*>(mat));
 }
 }

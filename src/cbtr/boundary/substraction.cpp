@@ -37,8 +37,9 @@ template <class Result>
 Result* run(cube_tree_t* tree, const std::vector<cbtr::tri_extension_t>* tool, double grid_width, bool subtract,
             bool want_contours, bool touch_counts) {
   if (!tree || !tool || !usable_width(grid_width)) return untouched<Result>();
-  return result_of<Result>(
-      [&] { return cbtr::run_step(*tree, *tool, grid_width, {subtract, want_contours, touch_counts}); });
+  return result_of<Result>([&] {
+    return cbtr::run_step(*tree, *tool, grid_width, {subtract, want_contours, touch_counts});
+  });
 }
 
 template <class Result>
@@ -83,8 +84,8 @@ addition_t* cube_tree__add_by_stl3d(cube_tree_t* tree, const stl3d_t* tool, doub
 }
 
 substraction_t* cube_tree__substract_by_init_stick_convex(cube_tree_t* tree, const stick_convex_t* stick,
-                                                        const geom::mat4d* matrix, double grid_width,
-                                                        bool want_contours, bool touch_counts) noexcept {
+                                                          const geom::mat4d* matrix, double grid_width,
+                                                          bool want_contours, bool touch_counts) noexcept {
   if (!tree || !stick || !matrix || !usable_width(grid_width)) return untouched<cbtr::substraction_t>();
   return result_of<cbtr::substraction_t>([&] {
     const cbtr::stick_tool_t tool(*stick, *matrix);

@@ -10,7 +10,6 @@ void _abort_msg(const char* msg, const char* func, const char* file, const int* 
 }
 
 void _warning_msg(const char* msg, const char* func, const char* file, const int* line) noexcept {
-  common::print_failure_report(msg ? msg : "", func ? func : "", file ? file : "",
-                               line ? *line : 0);
+  common::print_failure_report(msg ? msg : "", func ? func : "", file ? file : "", line ? *line : 0);
 }
 }

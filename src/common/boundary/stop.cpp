@@ -7,9 +7,7 @@
 namespace {
 
 // One test serves sources and tokens alike.
-int stop_requested(const common::stop_state_t* state) noexcept {
-  return state && state->stop_requested();
-}
+int stop_requested(const common::stop_state_t* state) noexcept { return state && state->stop_requested(); }
 
 }  // namespace
 
@@ -42,21 +40,13 @@ void delete__stop_token(stop_token* t) noexcept {
   delete t;
 }
 
-int stop_source__request_stop(stop_source* s) noexcept {
-  return s && s->state && s->state->request_stop();
-}
+int stop_source__request_stop(stop_source* s) noexcept { return s && s->state && s->state->request_stop(); }
 
 int stop_source__stop_possible(const stop_source* s) noexcept { return s && s->state; }
 
-int stop_source__stop_requested(const stop_source* s) noexcept {
-  return stop_requested(s ? s->state : nullptr);
-}
+int stop_source__stop_requested(const stop_source* s) noexcept { return stop_requested(s ? s->state : nullptr); }
 
-int stop_token__stop_requested(const stop_token* t) noexcept {
-  return stop_requested(t ? t->state : nullptr);
-}
+int stop_token__stop_requested(const stop_token* t) noexcept { return stop_requested(t ? t->state : nullptr); }
 
-int stop_token__stop_possible(const stop_token* t) noexcept {
-  return t && t->state && t->state->stop_possible();
-}
+int stop_token__stop_possible(const stop_token* t) noexcept { return t && t->state && t->state->stop_possible(); }
 }

@@ -9,8 +9,8 @@ using geom::mat4d;
 
 extern "C" {
 
-disp::bind* bind__new(const mat4d* model, const mat4d* view, const mat4d* scale,
-                      const mat4d* to_clip, int32_t flags, int32_t width, int32_t height) noexcept {
+disp::bind* bind__new(const mat4d* model, const mat4d* view, const mat4d* scale, const mat4d* to_clip, int32_t flags,
+                      int32_t width, int32_t height) noexcept {
   if (!model || !view || !scale || !to_clip) return nullptr;
   return common::new_nothrow<disp::bind>(*model, *view, *scale, *to_clip, flags, width, height);
 }

@@ -8,8 +8,6 @@ extern "C" {
 
 void disp__set_font_file(const char* path) noexcept { disp::set_font_file(path ? path : ""); }
 
-void disp__set_font_memory(const void* data, int32_t size) noexcept {
-  disp::set_font_memory(data, size);
-}
+void disp__set_font_memory(const void* data, int32_t size) noexcept { disp::set_font_memory(data, size); }
 }
 // NOLINTEND(bugprone-reserved-identifier)

@@ -13,9 +13,7 @@ GLADapiproc load_through_host(void* user, const char* name) {
   return reinterpret_cast<GLADapiproc>(load(name));
 }
 
-GLADapiproc load_through_egl(const char* name) {
-  return reinterpret_cast<GLADapiproc>(eglGetProcAddress(name));
-}
+GLADapiproc load_through_egl(const char* name) { return reinterpret_cast<GLADapiproc>(eglGetProcAddress(name)); }
 
 int record_version(int version) {
   GLVersion.major = GLAD_VERSION_MAJOR(version);

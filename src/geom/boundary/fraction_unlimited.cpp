@@ -49,12 +49,8 @@ extern "C" {
 fr* fraction_unlimited__new(void) noexcept { return common::new_nothrow<fr>(); }
 fr* fraction_unlimited__new_copy(const fr* f) noexcept { return f ? new_fraction(*f) : nullptr; }
 fr* fraction_unlimited__new_int(int64_t i) noexcept { return common::new_nothrow<fr>(i); }
-fr* fraction_unlimited__new_num_den(int64_t num, int64_t den) noexcept {
-  return common::new_nothrow<fr>(num, den);
-}
-fr* fraction_unlimited__new_val(double v, double r) noexcept {
-  return new_fraction(geom::from_double(v, r));
-}
+fr* fraction_unlimited__new_num_den(int64_t num, int64_t den) noexcept { return common::new_nothrow<fr>(num, den); }
+fr* fraction_unlimited__new_val(double v, double r) noexcept { return new_fraction(geom::from_double(v, r)); }
 fr* fraction_unlimited__zero(void) noexcept { return new_fraction(fr::zero()); }
 fr* fraction_unlimited__one(void) noexcept { return new_fraction(fr::one()); }
 fr* fraction_unlimited__nan(void) noexcept { return new_fraction(fr::nan()); }
@@ -66,18 +62,10 @@ void fraction_unlimited__assign(fr* f, const fr* a) noexcept {
   if (f && a) *f = *a;
 }
 
-fr* fraction_unlimited__add(const fr* a, const fr* b) noexcept {
-  return a && b ? new_fraction(*a + *b) : nullptr;
-}
-fr* fraction_unlimited__sub(const fr* a, const fr* b) noexcept {
-  return a && b ? new_fraction(*a - *b) : nullptr;
-}
-fr* fraction_unlimited__mul(const fr* a, const fr* b) noexcept {
-  return a && b ? new_fraction(*a * *b) : nullptr;
-}
-fr* fraction_unlimited__div(const fr* a, const fr* b) noexcept {
-  return a && b ? new_fraction(*a / *b) : nullptr;
-}
+fr* fraction_unlimited__add(const fr* a, const fr* b) noexcept { return a && b ? new_fraction(*a + *b) : nullptr; }
+fr* fraction_unlimited__sub(const fr* a, const fr* b) noexcept { return a && b ? new_fraction(*a - *b) : nullptr; }
+fr* fraction_unlimited__mul(const fr* a, const fr* b) noexcept { return a && b ? new_fraction(*a * *b) : nullptr; }
+fr* fraction_unlimited__div(const fr* a, const fr* b) noexcept { return a && b ? new_fraction(*a / *b) : nullptr; }
 
 void fraction_unlimited__add_assign(fr* f, const fr* a) noexcept {
   if (f && a) f->add_assign(*a);
@@ -85,27 +73,17 @@ void fraction_unlimited__add_assign(fr* f, const fr* a) noexcept {
 void fraction_unlimited__sub_assign(fr* f, const fr* a) noexcept {
   if (f && a) f->sub_assign(*a);
 }
-bool fraction_unlimited__mul_assign(fr* f, const fr* a) noexcept {
-  return f && a && f->mul_assign(*a);
-}
-bool fraction_unlimited__div_assign(fr* f, const fr* a) noexcept {
-  return f && a && f->div_assign(*a);
-}
+bool fraction_unlimited__mul_assign(fr* f, const fr* a) noexcept { return f && a && f->mul_assign(*a); }
+bool fraction_unlimited__div_assign(fr* f, const fr* a) noexcept { return f && a && f->div_assign(*a); }
 bool fraction_unlimited__add_assign_int(fr* f, int64_t i) noexcept { return f && f->add_assign(i); }
 bool fraction_unlimited__sub_assign_int(fr* f, int64_t i) noexcept { return f && f->sub_assign(i); }
 bool fraction_unlimited__mul_assign_int(fr* f, int64_t i) noexcept { return f && f->mul_assign(i); }
 bool fraction_unlimited__div_assign_int(fr* f, int64_t i) noexcept { return f && f->div_assign(i); }
 
 fr* fraction_unlimited__neg(const fr* f) noexcept { return f ? new_fraction(f->neg()) : nullptr; }
-fr* fraction_unlimited__get_abs(const fr* f) noexcept {
-  return f ? new_fraction(f->get_abs()) : nullptr;
-}
-fr* fraction_unlimited__get_reciprocal(const fr* f) noexcept {
-  return f ? new_fraction(f->get_reciprocal()) : nullptr;
-}
-fr* fraction_unlimited__get_square(const fr* f) noexcept {
-  return f ? new_fraction(f->get_square()) : nullptr;
-}
+fr* fraction_unlimited__get_abs(const fr* f) noexcept { return f ? new_fraction(f->get_abs()) : nullptr; }
+fr* fraction_unlimited__get_reciprocal(const fr* f) noexcept { return f ? new_fraction(f->get_reciprocal()) : nullptr; }
+fr* fraction_unlimited__get_square(const fr* f) noexcept { return f ? new_fraction(f->get_square()) : nullptr; }
 
 void fraction_unlimited__negate(fr* f) noexcept {
   if (f) f->negate();
@@ -130,9 +108,7 @@ bool fraction_unlimited__lt_int(const fr* f, int64_t i) noexcept { return f && l
 bool fraction_unlimited__le_int(const fr* f, int64_t i) noexcept { return f && le_int(*f, i); }
 bool fraction_unlimited__gt_int(const fr* f, int64_t i) noexcept { return f && gt_int(*f, i); }
 bool fraction_unlimited__ge_int(const fr* f, int64_t i) noexcept { return f && ge_int(*f, i); }
-int32_t fraction_unlimited__compare(const fr* a, const fr* b) noexcept {
-  return a && b ? compare(*a, *b) : 0;
-}
+int32_t fraction_unlimited__compare(const fr* a, const fr* b) noexcept { return a && b ? compare(*a, *b) : 0; }
 int32_t fraction_unlimited__sign(const fr* f) noexcept { return f ? f->sign() : 0; }
 bool fraction_unlimited__is_zero(const fr* f) noexcept { return f && f->is_zero(); }
 bool fraction_unlimited__is_nan(const fr* f) noexcept { return f && f->is_nan(); }
@@ -147,9 +123,7 @@ void fraction_unlimited__pack(fr* f) noexcept {
 void fraction_unlimited__evaluate(fr* f) noexcept {
   if (f) f->evaluate();
 }
-double fraction_unlimited__value(fr* f) noexcept {
-  return f ? f->value() : std::numeric_limits<double>::quiet_NaN();
-}
+double fraction_unlimited__value(fr* f) noexcept { return f ? f->value() : std::numeric_limits<double>::quiet_NaN(); }
 double fraction_unlimited__rough_value(fr* f) noexcept {
   return f ? f->rough_value() : std::numeric_limits<double>::quiet_NaN();
 }
@@ -163,20 +137,15 @@ void fraction_unlimited__simplify(fr* f, double r) noexcept {
 int32_t fraction_unlimited__floor_int(const fr* f) noexcept { return f ? f->floor_int() : 0; }
 int32_t fraction_unlimited__ceil_int(const fr* f) noexcept { return f ? f->ceil_int() : 0; }
 
-char* fraction_unlimited__get_num_str(const fr* f) noexcept {
-  return f ? heap_copy(f->num.str()) : nullptr;
-}
-char* fraction_unlimited__get_den_str(const fr* f) noexcept {
-  return f ? heap_copy(f->den.str()) : nullptr;
-}
+char* fraction_unlimited__get_num_str(const fr* f) noexcept { return f ? heap_copy(f->num.str()) : nullptr; }
+char* fraction_unlimited__get_den_str(const fr* f) noexcept { return f ? heap_copy(f->den.str()) : nullptr; }
 void fraction_unlimited__set_num_str(fr* f, const char* text) noexcept {
   if (f && text) f->set_num(parse_integer(text));
 }
 void fraction_unlimited__set_den_str(fr* f, const char* text) noexcept {
   if (f && text) f->set_den(parse_integer(text));
 }
-void fraction_unlimited__set_num_den_str(fr* f, const char* num_text,
-                                         const char* den_text) noexcept {
+void fraction_unlimited__set_num_den_str(fr* f, const char* num_text, const char* den_text) noexcept {
   if (!f || !num_text || !den_text) return;
   // Both parse before either is stored.
   geom::big_int_t num = parse_integer(num_text);
@@ -186,12 +155,8 @@ void fraction_unlimited__set_num_den_str(fr* f, const char* num_text,
 }
 void fraction_unlimited__free_str(char* text) noexcept { std::free(text); }
 
-int32_t fraction_unlimited__get_num_bytes_size(const fr* f) noexcept {
-  return f ? geom::byte_form_size(f->num) : 0;
-}
-int32_t fraction_unlimited__get_den_bytes_size(const fr* f) noexcept {
-  return f ? geom::byte_form_size(f->den) : 0;
-}
+int32_t fraction_unlimited__get_num_bytes_size(const fr* f) noexcept { return f ? geom::byte_form_size(f->num) : 0; }
+int32_t fraction_unlimited__get_den_bytes_size(const fr* f) noexcept { return f ? geom::byte_form_size(f->den) : 0; }
 void fraction_unlimited__get_num_bytes(const fr* f, uint8_t* out, int32_t size) noexcept {
   if (f) get_bytes(f->num, out, size);
 }

@@ -12,9 +12,7 @@ stl3d_t* stl3d__new_by_copy_array(const double* tris, uint64_t count) noexcept {
   return common::new_nothrow<geom::stl3d_t>(tris, static_cast<std::size_t>(count));
 }
 
-stl3d_t* stl3d__new_by_file(const std::string& path) noexcept {
-  return common::new_nothrow<geom::stl3d_t>(path);
-}
+stl3d_t* stl3d__new_by_file(const std::string& path) noexcept { return common::new_nothrow<geom::stl3d_t>(path); }
 
 int32_t stl3d__read_file(const std::string& path, stl3d_t* mesh) noexcept {
   if (!mesh) return static_cast<int32_t>(geom::stl_status::open_failed);

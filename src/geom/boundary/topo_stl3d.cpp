@@ -48,8 +48,7 @@ void topo_stl3d__expand_to_box3d(topo_stl3d* mesh, double* box) noexcept {
   if (mesh && box) mesh->expand_to_box3d(reinterpret_cast<geom::box3d*>(box));
 }
 
-void topo_stl3d__expand_to_box3d_by_mat(topo_stl3d* mesh, double* box,
-                                        const geom::mat4d* mat) noexcept {
+void topo_stl3d__expand_to_box3d_by_mat(topo_stl3d* mesh, double* box, const geom::mat4d* mat) noexcept {
   if (mesh && box && mat) mesh->expand_to_box3d(reinterpret_cast<geom::box3d*>(box), mat);
 }
 }

@@ -15,9 +15,7 @@ topo_stl3wfr_t* topo_stl3wfr__new(int32_t count, const double* tris, double reso
   return common::new_nothrow<geom::topo_stl3wfr_t>(tris, static_cast<std::size_t>(count), resolution);
 }
 
-uint64_t topo_stl3wfr__tris_size(const topo_stl3wfr_t* mesh) noexcept {
-  return mesh ? mesh->tris_size() : 0;
-}
+uint64_t topo_stl3wfr__tris_size(const topo_stl3wfr_t* mesh) noexcept { return mesh ? mesh->tris_size() : 0; }
 
 void topo_stl3wfr__get_tris(topo_stl3wfr_t* mesh, double* out) noexcept {
   if (mesh && out) mesh->get_tris(out);

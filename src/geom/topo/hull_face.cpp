@@ -10,8 +10,8 @@ namespace {
 // q: p turns less to the left from the incoming direction `in`, or lies on
 // q's ray nearer to cur. Of opposite collinear rays, the one straight ahead
 // wins.
-bool turns_less(const std::vector<hull_point_t>& pts, const face_normal_t& n, hull_index_t cur,
-                const vec3fr& in, hull_index_t q, hull_index_t p) {
+bool turns_less(const std::vector<hull_point_t>& pts, const face_normal_t& n, hull_index_t cur, const vec3fr& in,
+                hull_index_t q, hull_index_t p) {
   const vec3fr& c = pts[cur].pos;
   const int s = side(n, pts[cur], pts[q], pts[p]);
   if (s != 0) return s < 0;
@@ -34,9 +34,8 @@ bool beyond_edge(const std::vector<hull_point_t>& pts, const face_normal_t& n, h
 
 }  // namespace
 
-std::vector<hull_index_t> hull_face_polygon(const std::vector<hull_point_t>& pts, hull_index_t b,
-                                            hull_index_t a, const std::vector<hull_index_t>& others,
-                                            const vec3fr& normal) {
+std::vector<hull_index_t> hull_face_polygon(const std::vector<hull_point_t>& pts, hull_index_t b, hull_index_t a,
+                                            const std::vector<hull_index_t>& others, const vec3fr& normal) {
   const face_normal_t n(normal);
   std::vector<hull_index_t> pool;
   for (hull_index_t p : others)
@@ -65,8 +64,7 @@ std::vector<hull_index_t> hull_face_polygon(const std::vector<hull_point_t>& pts
 }
 
 std::vector<std::array<hull_index_t, 3>> triangulate_convex(const std::vector<hull_point_t>& pts,
-                                                            std::vector<hull_index_t> polygon,
-                                                            const vec3fr& normal) {
+                                                            std::vector<hull_index_t> polygon, const vec3fr& normal) {
   const face_normal_t n(normal);
   const auto at = [&](std::size_t i) { return polygon[i % polygon.size()]; };
   const auto is_corner = [&](std::size_t i) {

@@ -96,15 +96,15 @@ bool plane_orient_t::surely_behind(const vec3d& lo, const vec3d& hi) const {
   return most + 3 * growth + product_error * widened_size + 2 * product_error * terms < 0;
 }
 
-int orient3(const hull_point_t& a, const hull_point_t& b, const hull_point_t& c,
-            const hull_point_t& p) {
+int orient3(const hull_point_t& a, const hull_point_t& b, const hull_point_t& c, const hull_point_t& p) {
   return plane_orient_t(a, b, c)(p);
 }
 
 int side(const face_normal_t& n, const hull_point_t& x, const hull_point_t& y, const hull_point_t& p) {
   // det[y - x; p - x; n]; the normal's doubles are off by its conversion.
-  const diff_t normal = {n.approx, {input_error * std::fabs(n.approx.x), input_error * std::fabs(n.approx.y),
-                                    input_error * std::fabs(n.approx.z)}};
+  const diff_t normal = {
+      n.approx,
+      {input_error * std::fabs(n.approx.x), input_error * std::fabs(n.approx.y), input_error * std::fabs(n.approx.z)}};
   const int s = filtered_sign(plane_terms(diff(y, x), diff(p, x)), normal);
   if (s != 2) return s;
   return dot(n.exact, cross(y.pos - x.pos, p.pos - x.pos)).sign();
@@ -118,7 +118,8 @@ namespace {
 bool surely_nonzero(double u1, double e1, double v2, double f2, double u2, double e2, double v1, double f1) {
   const double value = u1 * v2 - u2 * v1;
   const double a = std::fabs(u1) * std::fabs(v2), b = std::fabs(u2) * std::fabs(v1);
-  const double wide_a = (std::fabs(u1) + e1) * (std::fabs(v2) + f2), wide_b = (std::fabs(u2) + e2) * (std::fabs(v1) + f1);
+  const double wide_a = (std::fabs(u1) + e1) * (std::fabs(v2) + f2),
+               wide_b = (std::fabs(u2) + e2) * (std::fabs(v1) + f1);
   return std::fabs(value) > (wide_a - a) + (wide_b - b) + product_error * (wide_a + wide_b);
 }
 

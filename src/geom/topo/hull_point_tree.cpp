@@ -32,8 +32,9 @@ std::int32_t hull_point_tree_t::build(std::uint32_t begin, std::uint32_t end) {
   const vec3d extent = {box.hi.x - box.lo.x, box.hi.y - box.lo.y, box.hi.z - box.lo.z};
   const int axis = extent.x >= extent.y && extent.x >= extent.z ? 0 : extent.y >= extent.z ? 1 : 2;
   const std::uint32_t middle = begin + (end - begin) / 2;
-  std::nth_element(_order.begin() + begin, _order.begin() + middle, _order.begin() + end,
-                   [&](std::uint32_t i, std::uint32_t j) { return axis_of(_pts[i].approx, axis) < axis_of(_pts[j].approx, axis); });
+  std::nth_element(
+      _order.begin() + begin, _order.begin() + middle, _order.begin() + end,
+      [&](std::uint32_t i, std::uint32_t j) { return axis_of(_pts[i].approx, axis) < axis_of(_pts[j].approx, axis); });
   const std::int32_t low = build(begin, middle);
   const std::int32_t high = build(middle, end);
   _boxes[static_cast<std::size_t>(at)].low = low;

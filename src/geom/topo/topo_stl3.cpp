@@ -83,8 +83,7 @@ void topo_stl3<T>::_add_tri(point_t* a, point_t* b, point_t* c) {
   // The same triangle, whichever corner it starts from, would own one of
   // the lines already.
   const std::array<point_t*, 3> key = rotated_key(a, b, c);
-  if (line_t* ab = _line_from(a, b); ab && ab->tri && rotated_key(ab->tri->a, ab->tri->b, ab->tri->c) == key)
-    return;
+  if (line_t* ab = _line_from(a, b); ab && ab->tri && rotated_key(ab->tri->a, ab->tri->b, ab->tri->c) == key) return;
   tri_t* tri = &_tris.emplace_back(tri_t{a, b, c, {}});
   tri->lines = {_line_between(a, b), _line_between(b, c), _line_between(c, a)};
   for (point_t* p : {a, b, c}) p->tris.push_back(tri);
@@ -135,8 +134,7 @@ template <class T>
 void topo_stl3<T>::get_tris(double* out) {
   for (tri_t& t : _tris) {
     const vec3<T>& n = t.get_normal();
-    const T rec[12] = {t.a->x, t.a->y, t.a->z, t.b->x, t.b->y, t.b->z,
-                       t.c->x, t.c->y, t.c->z, n.x,    n.y,    n.z};
+    const T rec[12] = {t.a->x, t.a->y, t.a->z, t.b->x, t.b->y, t.b->z, t.c->x, t.c->y, t.c->z, n.x, n.y, n.z};
     out = std::copy(rec, rec + 12, out);
   }
 }

@@ -30,8 +30,7 @@ topo_stl3fr_t<F>::topo_stl3fr_t(const double* records, std::size_t count, double
   const auto point_of = [&](const double* c) {
     auto [it, fresh] = converted.try_emplace(xyz_key{c[0], c[1], c[2]}, nullptr);
     if (fresh) {
-      vec3<F> pos{from_double(c[0], resolution), from_double(c[1], resolution),
-                  from_double(c[2], resolution)};
+      vec3<F> pos{from_double(c[0], resolution), from_double(c[1], resolution), from_double(c[2], resolution)};
       it->second = this->point_at(pos);
     }
     return it->second;
@@ -64,8 +63,8 @@ template <class F>
 void topo_stl3fr_t<F>::_add_tri(const std::array<point_t*, 3>& p) {
   // Collapsed at this resolution: no triangle left.
   if (p[0] == p[1] || p[1] == p[2] || p[2] == p[0]) return;
-  _tri_stock.add(p, {_line_stock.line_at(p[0], p[1]), _line_stock.line_at(p[1], p[2]),
-                     _line_stock.line_at(p[2], p[0])});
+  _tri_stock.add(p,
+                 {_line_stock.line_at(p[0], p[1]), _line_stock.line_at(p[1], p[2]), _line_stock.line_at(p[2], p[0])});
 }
 
 template <class F>
@@ -79,8 +78,7 @@ template <class F>
 std::vector<typename topo_stl3fr_t<F>::exact_tri_t> topo_stl3fr_t<F>::to_exact_tris() const {
   std::vector<exact_tri_t> out;
   out.reserve(_tri_stock.size());
-  for (const tri_t* t = _tri_stock.first(); t; t = t->next)
-    out.push_back({t->p[0]->pos, t->p[1]->pos, t->p[2]->pos});
+  for (const tri_t* t = _tri_stock.first(); t; t = t->next) out.push_back({t->p[0]->pos, t->p[1]->pos, t->p[2]->pos});
   return out;
 }
 
@@ -89,8 +87,7 @@ void topo_stl3fr_t<F>::ensure_integer_normals() {
   std::call_once(_integer_normals, [this] {
     for (tri_t* t = _tri_stock.first(); t; t = t->next) {
       const vec3<F> n = t->cross_product();
-      if (t->integer_normal.x.is_nan() && !(n.x.is_zero() && n.y.is_zero() && n.z.is_zero()))
-        t->reset_integer_normal();
+      if (t->integer_normal.x.is_nan() && !(n.x.is_zero() && n.y.is_zero() && n.z.is_zero())) t->reset_integer_normal();
     }
   });
 }

@@ -123,30 +123,33 @@ class hull_wrapper {
     const vec3d& pa = _pts[a].approx;
     const vec3d& pb = _pts[b].approx;
     const vec3d middle = {(pa.x + pb.x) / 2, (pa.y + pb.y) / 2, (pa.z + pb.z) / 2};
-    _tree.walk(behind, passed_over, [&](hull_index_t p) {
-      if (p == a || p == b || _done(p)) return;
-      if (!have_c) {
-        if (collinear(_pts[a], _pts[b], _pts[p])) {
-          coplanar.push_back(p);
-        } else {
-          c = p, have_c = true;
-          plane.emplace(_pts[b], _pts[a], _pts[c]);
-        }
-        return;
-      }
-      const int o = (*plane)(_pts[p]);
-      if (o > 0) {
-        // Points of the old plane lie inside the new one, except those on
-        // the line a b, which lie in every plane through it.
-        plane.emplace(_pts[b], _pts[a], _pts[p]);
-        std::erase_if(coplanar, [&](hull_index_t q) { return (*plane)(_pts[q]) != 0; });
-        c = p;
-      } else if (o == 0) {
-        coplanar.push_back(p);
-      } else if (flat) {
-        *flat = false;
-      }
-    }, middle);
+    _tree.walk(
+        behind, passed_over,
+        [&](hull_index_t p) {
+          if (p == a || p == b || _done(p)) return;
+          if (!have_c) {
+            if (collinear(_pts[a], _pts[b], _pts[p])) {
+              coplanar.push_back(p);
+            } else {
+              c = p, have_c = true;
+              plane.emplace(_pts[b], _pts[a], _pts[c]);
+            }
+            return;
+          }
+          const int o = (*plane)(_pts[p]);
+          if (o > 0) {
+            // Points of the old plane lie inside the new one, except those on
+            // the line a b, which lie in every plane through it.
+            plane.emplace(_pts[b], _pts[a], _pts[p]);
+            std::erase_if(coplanar, [&](hull_index_t q) { return (*plane)(_pts[q]) != 0; });
+            c = p;
+          } else if (o == 0) {
+            coplanar.push_back(p);
+          } else if (flat) {
+            *flat = false;
+          }
+        },
+        middle);
     if (!have_c) return {};
     const vec3fr n = cross(_pts[a].pos - _pts[b].pos, _pts[c].pos - _pts[b].pos);
     coplanar.push_back(c);
