@@ -25,7 +25,7 @@ class cell_tree_builder_t final : public tool_cells_t {
  public:
   // tris must outlive the builder. A stop requested on stop ends the build
   // at the next cell with nothing built.
-  cell_tree_builder_t(const std::vector<tri_extension_t>& tris, std::uint32_t resolution,
+  cell_tree_builder_t(const std::vector<tri_extension_t>& tris, std::uint32_t resolution, line_reuse_t reuse,
                       const stop_token* stop = nullptr);
 
   // Cells that could not be classified cleanly: conflicting corner states,

@@ -15,18 +15,22 @@
 
 namespace cbtr {
 
+// How often cells come back to one triangle's lines. A tool's few triangles
+// meet the same lines in cell after cell and level after level; a stock
+// soup's many triangles meet most of theirs once or twice.
+enum class line_reuse_t { rare, frequent };
+
 class hit_memo_t {
  public:
   // A triangle meets about a dozen lines that cells look along; room for
   // most of them up front spares the table its early regrowths.
-  explicit hit_memo_t(const std::vector<tri_extension_t>& tris) : _tris(tris), _index(8 * tris.size()) {}
+  hit_memo_t(const std::vector<tri_extension_t>& tris, line_reuse_t reuse)
+      : _tris(tris), _reuse(reuse), _index(8 * tris.size()) {}
 
   // Triangle tri against the line along axis through lattice coordinates cu
-  // and cv on axes axis + 1 and axis + 2. The reference stays valid for the
-  // memo's life.
-  edge_hit_t& hit(std::uint32_t tri, int axis, std::uint32_t cu, std::uint32_t cv);
-
-  std::size_t size() const { return _records.size(); }
+  // and cv on axes axis + 1 and axis + 2, or null where it misses. The
+  // pointer stays valid for the memo's life.
+  edge_hit_t* meeting(std::uint32_t tri, int axis, std::uint32_t cu, std::uint32_t cv);
 
  private:
   struct record_t {
@@ -36,6 +40,7 @@ class hit_memo_t {
   };
 
   const std::vector<tri_extension_t>& _tris;
+  line_reuse_t _reuse;
   common::chunked_store<record_t> _records;
   common::pointer_hash_set<record_t> _index;
 };

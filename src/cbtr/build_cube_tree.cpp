@@ -139,7 +139,7 @@ std::unique_ptr<cube_tree_t> build_cube_tree(const geom::stl3d_t& soup, double g
          0);
   std::vector<std::uint32_t> all(records.size());
   std::iota(all.begin(), all.end(), 0u);
-  cell_tree_builder_t builder(records, resolution, stop);
+  cell_tree_builder_t builder(records, resolution, line_reuse_t::rare, stop);
   std::vector<defect_record_t> defect_records;
   if (defects) builder.record_defects(&defect_records);
   std::shared_ptr<cube_node_t> root = builder.build(root_cell, all);

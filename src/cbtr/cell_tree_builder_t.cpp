@@ -54,8 +54,8 @@ int plane_side(const tri_extension_t& t, const cell_t& cell, int k) {
 }  // namespace
 
 cell_tree_builder_t::cell_tree_builder_t(const std::vector<tri_extension_t>& tris, std::uint32_t resolution,
-                                         const stop_token* stop)
-    : tool_cells_t(resolution), _tris(tris), _stop(stop), _memo(tris), _planes(tris) {}
+                                         line_reuse_t reuse, const stop_token* stop)
+    : tool_cells_t(resolution), _tris(tris), _stop(stop), _memo(tris, reuse), _planes(tris) {}
 
 bool cell_tree_builder_t::stopped() const { return _stop && stop_token__stop_requested(_stop); }
 
@@ -138,8 +138,8 @@ void cell_tree_builder_t::_record_defect(const cell_t& cell, std::span<const std
     for (std::uint32_t e = 0; e < 12; ++e) {
       const int a = edge_axis(static_cast<int>(e)), low = edge_low_corner(static_cast<int>(e));
       const int a1 = (a + 1) % 3, a2 = (a + 2) % 3;
-      const edge_hit_t& hit = _memo.hit(i, a, cell.face(a1, (low >> a1) & 1), cell.face(a2, (low >> a2) & 1));
-      if (!hit.is_miss()) record.hits.push_back({&_tris[i], e, hit});
+      if (const edge_hit_t* hit = _memo.meeting(i, a, cell.face(a1, (low >> a1) & 1), cell.face(a2, (low >> a2) & 1)))
+        record.hits.push_back({&_tris[i], e, *hit});
     }
   }
   _defect_sink->push_back(std::move(record));

@@ -151,11 +151,8 @@ edge_tips_t evaluate_cell(const cell_t& cell, std::span<const std::uint32_t> lis
     hits.clear();
     for (std::size_t j = 0; j < list.size(); ++j) {
       const std::uint32_t i = list[j];
-      // Most triangles near a line miss it, and doubles prove it without
-      // a visit to the shared memo.
-      if (!((near[j] >> e) & 1) || certainly_misses(tris[i], edge.line.a, edge.line.u, edge.line.v)) continue;
-      edge_hit_t& hit = memo.hit(i, edge.line.a, edge.cu, edge.cv);
-      if (!hit.is_miss()) take_hit(edge, hits, tris[i], hit);
+      if (!((near[j] >> e) & 1)) continue;
+      if (edge_hit_t* hit = memo.meeting(i, edge.line.a, edge.cu, edge.cv)) take_hit(edge, hits, tris[i], *hit);
     }
     std::stable_sort(hits.begin(), hits.end(), [](const auto& x, const auto& y) { return x.t < y.t; });
     decide_side(et.sides[e][0], hits.begin(), hits.end(), edge, 0, scratch);

@@ -360,7 +360,7 @@ step_outcome_t run_step(cube_tree_t& tree, const std::vector<tri_extension_t>& t
   const std::uint32_t limit = step_limit(tree, grid_width);
   std::vector<std::uint32_t> all(tool.size());
   std::iota(all.begin(), all.end(), 0u);
-  cell_tree_builder_t cells(tool, limit);
+  cell_tree_builder_t cells(tool, limit, line_reuse_t::frequent);
   step_runner_t runner(cells, limit, options);
   const std::shared_ptr<cube_node_t> root = tree.root.load();
   if (!options.subtract && (!root || root->kind == kind_air)) {
