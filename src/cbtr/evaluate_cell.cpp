@@ -74,6 +74,19 @@ void take_hit(edge_t& edge, hit_list_t& hits, const tri_extension_t& tri, edge_h
   }
 }
 
+// Crossings in order along the line, those at one point kept in list order.
+// An edge has a handful at most, which insertion orders without the buffer
+// that std::stable_sort takes on every call.
+void order_along_line(hit_list_t& hits) {
+  const auto earlier = [](const tip_candidate_t& x, const tip_candidate_t& y) { return x.t < y.t; };
+  if (hits.size() > 32) {
+    std::stable_sort(hits.begin(), hits.end(), earlier);
+    return;
+  }
+  for (auto it = hits.begin(); it != hits.end(); ++it)
+    std::rotate(std::upper_bound(hits.begin(), it, *it, earlier), it, it + 1);
+}
+
 // The verdict of one group of crossings at one point, cached in its hits.
 std::uint32_t group_verdict(std::span<const tip_candidate_t> group, const grid_line_t& line, int side,
                             const tri_extension_t*& winner) {
@@ -154,7 +167,7 @@ edge_tips_t evaluate_cell(const cell_t& cell, std::span<const std::uint32_t> lis
       if (!((near[j] >> e) & 1)) continue;
       if (edge_hit_t* hit = memo.meeting(i, edge.line.a, edge.cu, edge.cv)) take_hit(edge, hits, tris[i], *hit);
     }
-    std::stable_sort(hits.begin(), hits.end(), [](const auto& x, const auto& y) { return x.t < y.t; });
+    order_along_line(hits);
     decide_side(et.sides[e][0], hits.begin(), hits.end(), edge, 0, scratch);
     decide_side(et.sides[e][1], hits.rbegin(), hits.rend(), edge, 1, scratch);
     borrow_far_corner(et.sides[e], edge);
