@@ -15,6 +15,7 @@
 // 2k+1. An edge code is state(high end) * 4 + state(low end): 5 and 10 are
 // edges without a crossing, 6 (low solid) and 9 (high solid) carry a tip.
 
+#include <array>
 #include <cstdint>
 
 namespace cbtr {
@@ -43,12 +44,20 @@ inline constexpr std::uint32_t edge_code_solid = 10;
 
 constexpr int edge_axis(int e) { return e >> 2; }
 
-constexpr int edge_low_corner(int e) {
-  const int a = edge_axis(e);
-  return ((e & 1) ? 1 << ((a + 1) % 3) : 0) | ((e & 2) ? 1 << ((a + 2) % 3) : 0);
-}
+// The ends of every edge, worked out once: they are read for each edge of
+// every cell looked at, and the modulo of the rule is slow.
+inline constexpr std::array<std::array<std::uint8_t, 2>, 12> edge_ends = [] {
+  std::array<std::array<std::uint8_t, 2>, 12> ends{};
+  for (int e = 0; e < 12; ++e) {
+    const int a = edge_axis(e);
+    const int low = ((e & 1) ? 1 << ((a + 1) % 3) : 0) | ((e & 2) ? 1 << ((a + 2) % 3) : 0);
+    ends[e] = {static_cast<std::uint8_t>(low), static_cast<std::uint8_t>(low | (1 << a))};
+  }
+  return ends;
+}();
 
-constexpr int edge_high_corner(int e) { return edge_low_corner(e) | (1 << edge_axis(e)); }
+constexpr int edge_low_corner(int e) { return edge_ends[e][0]; }
+constexpr int edge_high_corner(int e) { return edge_ends[e][1]; }
 
 constexpr std::uint32_t corner_of(std::uint32_t word, int k) { return (word >> (2 * k)) & 3u; }
 
