@@ -43,26 +43,36 @@ edge_t edge_of(const cell_t& cell, int e) {
           cell.face_model(a, true)};
 }
 
+// Edges k = 0..3 along an axis lie on the low or high face of the next axis
+// (bit 0 of k) and of the one after (bit 1). Row x, column y: the edges on a
+// face that the box spans, x and y holding the spanned faces of those two
+// axes as bits (low 1, high 2).
+constexpr std::array<std::array<std::uint8_t, 4>, 4> spanned_edges = [] {
+  std::array<std::array<std::uint8_t, 4>, 4> table{};
+  for (int x = 0; x < 4; ++x)
+    for (int y = 0; y < 4; ++y)
+      for (int k = 0; k < 4; ++k)
+        if ((x >> (k & 1)) & (y >> (k >> 1)) & 1) table[x][y] |= static_cast<std::uint8_t>(1u << k);
+  return table;
+}();
+
 // Quick rejection in doubles: rounding is monotonic and lattice values are
 // exact, so a triangle whose double box misses a line or its span misses it
 // exactly too. Bit e is set for each edge e the box may meet; all twelve are
 // read off one look at the box.
 std::uint16_t edges_near(const tri_extension_t& t, const cell_t& cell) {
-  std::array<std::array<bool, 2>, 3> within;  // the cell's face planes the box spans
-  for (int a = 0; a < 3; ++a)
-    for (int high = 0; high < 2; ++high) {
-      const double f = cell.face_model(a, high);
-      within[a][high] = component(t.lo, a) <= f && f <= component(t.hi, a);
-    }
-  std::uint16_t near = 0;
+  std::array<int, 3> faces{};   // the cell's face planes the box spans, as bits
+  std::array<bool, 3> spans{};  // the box overlaps the cell along the axis
   for (int a = 0; a < 3; ++a) {
-    const int a1 = (a + 1) % 3, a2 = (a + 2) % 3;
-    const bool span = component(t.lo, a) <= cell.face_model(a, true) && cell.face_model(a, false) <= component(t.hi, a);
-    if (!span) continue;
-    for (int k = 0; k < 4; ++k)
-      if (within[a1][k & 1] && within[a2][k >> 1]) near |= static_cast<std::uint16_t>(1u << (4 * a + k));
+    const double lo = cell.face_model(a, false), hi = cell.face_model(a, true);
+    const double box_lo = component(t.lo, a), box_hi = component(t.hi, a);
+    faces[a] = (box_lo <= lo && lo <= box_hi) | (box_lo <= hi && hi <= box_hi) << 1;
+    spans[a] = box_lo <= hi && lo <= box_hi;
   }
-  return near;
+  const auto along = [&](int a, int a1, int a2) {
+    return spans[a] ? static_cast<std::uint16_t>(spanned_edges[faces[a1]][faces[a2]] << (4 * a)) : 0;
+  };
+  return along(0, 1, 2) | along(1, 2, 0) | along(2, 0, 1);
 }
 
 void take_hit(edge_t& edge, hit_list_t& hits, const tri_extension_t& tri, edge_hit_t& hit) {
