@@ -44,6 +44,11 @@ inline constexpr std::uint32_t edge_code_solid = 10;
 
 constexpr int edge_axis(int e) { return e >> 2; }
 
+// The axes after axis a in right-handed order, (a + 1) % 3 and (a + 2) % 3,
+// without the division that the modulo costs in the innermost loops.
+constexpr int axis_after(int a) { return a == 2 ? 0 : a + 1; }
+constexpr int axis_before(int a) { return a == 0 ? 2 : a - 1; }
+
 // The ends of every edge, worked out once: they are read for each edge of
 // every cell looked at, and the modulo of the rule is slow.
 inline constexpr std::array<std::array<std::uint8_t, 2>, 12> edge_ends = [] {

@@ -4,13 +4,14 @@
 // axis + 2, passes a triangle's projected edges. Exact: doubles decide
 // within a proven error bound, fractions decide the rest.
 
+#include "cbtr/cell_numbering.h"
 #include "cbtr/tri_extension_t.h"
 
 namespace cbtr {
 
 struct grid_line_t {
   grid_line_t(int axis, double u_value, double v_value)
-      : a(axis), a1((axis + 1) % 3), a2((axis + 2) % 3), u(u_value), v(v_value) {}
+      : a(axis), a1(axis_after(axis)), a2(axis_before(axis)), u(u_value), v(v_value) {}
 
   // The place as fractions, made only on the exact paths.
   fr uf() const;

@@ -137,7 +137,7 @@ void cell_tree_builder_t::_record_defect(const cell_t& cell, std::span<const std
   for (std::uint32_t i : list) {
     for (std::uint32_t e = 0; e < 12; ++e) {
       const int a = edge_axis(static_cast<int>(e)), low = edge_low_corner(static_cast<int>(e));
-      const int a1 = (a + 1) % 3, a2 = (a + 2) % 3;
+      const int a1 = axis_after(a), a2 = axis_before(a);
       if (const edge_hit_t* hit = _memo.meeting(i, a, cell.face(a1, (low >> a1) & 1), cell.face(a2, (low >> a2) & 1)))
         record.hits.push_back({&_tris[i], e, *hit});
     }

@@ -36,7 +36,7 @@ struct edge_t {
 };
 
 edge_t edge_of(const cell_t& cell, int e) {
-  const int a = edge_axis(e), a1 = (a + 1) % 3, a2 = (a + 2) % 3;
+  const int a = edge_axis(e), a1 = axis_after(a), a2 = axis_before(a);
   const int low = edge_low_corner(e);
   const std::uint32_t cu = cell.face(a1, (low >> a1) & 1), cv = cell.face(a2, (low >> a2) & 1);
   return {grid_line_t(a, lattice_to_model(cu), lattice_to_model(cv)), cu, cv, cell.face_model(a, false),

@@ -8,6 +8,8 @@
 #include <cstring>
 #include <sstream>
 
+#include "cbtr/cell_numbering.h"
+
 namespace cbtr {
 
 namespace {
@@ -132,8 +134,8 @@ fr judged_quotient(const fr& n_other, const fr& n_axis) {
 
 judge_t judge_value(const tri_extension_t& tri, int axis) {
   const fr& n = component(tri.tri.normal, axis);
-  return {judged_quotient(component(tri.tri.normal, (axis + 1) % 3), n),
-          judged_quotient(component(tri.tri.normal, (axis + 2) % 3), n)};
+  return {judged_quotient(component(tri.tri.normal, axis_after(axis)), n),
+          judged_quotient(component(tri.tri.normal, axis_before(axis)), n)};
 }
 
 int compare_judges(const judge_t& a, const judge_t& b) {

@@ -17,8 +17,8 @@ using index3 = std::array<int, 3>;
 index3 on_axes(int a, int along, int p, int q) {
   index3 i{};
   i[a] = along;
-  i[(a + 1) % 3] = p;
-  i[(a + 2) % 3] = q;
+  i[axis_after(a)] = p;
+  i[axis_before(a)] = q;
   return i;
 }
 
@@ -74,7 +74,7 @@ bool split_edges(split_grid_t& g, std::uint32_t word, const cube_node_t::tips_t&
   for (int k = 0; k < 8; ++k) g.set_corner({2 * (k & 1), 2 * ((k >> 1) & 1), 2 * ((k >> 2) & 1)}, corner_of(word, k));
   for (int e = 0; e < 12; ++e) {
     const int a = edge_axis(e), low = edge_low_corner(e);
-    const int p = 2 * ((low >> ((a + 1) % 3)) & 1), q = 2 * ((low >> ((a + 2) % 3)) & 1);
+    const int p = 2 * ((low >> (axis_after(a))) & 1), q = 2 * ((low >> (axis_before(a))) & 1);
     const double t = edge_has_crossing(edge_code(word, e)) ? tips[e].load() : none;
     if (!std::isnan(t) && !std::isfinite(t)) return false;
     if (!g.set_line(a, p, q, t)) return false;
@@ -96,7 +96,7 @@ double trace_crossing(const std::array<double, 2>& p1, const std::array<double, 
 // The face across axis n at index side (0 or 2): the surface crosses it along
 // the line between the tips on its edges, in face coordinates (u, v).
 bool split_face(split_grid_t& g, int n, int side) {
-  const int u = (n + 1) % 3, v = (n + 2) % 3;
+  const int u = axis_after(n), v = axis_before(n);
   std::array<std::array<double, 2>, 4> points;
   int count = 0;
   for (int i : {0, 2}) {
@@ -134,7 +134,7 @@ struct edge_place_t {
 constexpr std::array<edge_place_t, 12> edge_places = [] {
   std::array<edge_place_t, 12> places{};
   for (int e = 0; e < 12; ++e) {
-    const int a = edge_axis(e), a1 = (a + 1) % 3, a2 = (a + 2) % 3, low = edge_low_corner(e);
+    const int a = edge_axis(e), a1 = axis_after(a), a2 = axis_before(a), low = edge_low_corner(e);
     places[e] = {a, a1, a2, (low >> a1) & 1, (low >> a2) & 1};
   }
   return places;

@@ -23,7 +23,7 @@ namespace {
 // The orientation as far as doubles prove it; 0 where they can't tell.
 int filtered_orient(const tri_extension_t& t, int k, int a1, int a2, double u, double v) {
   const vec3d& p = t.corner_d[k];
-  const vec3d& q = t.corner_d[(k + 1) % 3];
+  const vec3d& q = t.corner_d[k == 2 ? 0 : k + 1];
   const double x0 = component(p, a1), y0 = component(p, a2);
   const double x1 = component(q, a1), y1 = component(q, a2);
   const double det = (x1 - x0) * (v - y0) - (y1 - y0) * (u - x0);
@@ -47,7 +47,7 @@ int projected_orient(const tri_extension_t& t, int k, const grid_line_t& l) {
 bool certainly_misses(const tri_extension_t& t, int axis, double u, double v) {
   const int n_sign = t.normal_sign[axis];
   if (n_sign == 0) return false;
-  const int a1 = (axis + 1) % 3, a2 = (axis + 2) % 3;
+  const int a1 = axis_after(axis), a2 = axis_before(axis);
   for (int k = 0; k < 3; ++k)
     if (filtered_orient(t, k, a1, a2, u, v) * n_sign < 0) return true;
   return false;
