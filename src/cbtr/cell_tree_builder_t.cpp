@@ -20,14 +20,24 @@ constexpr double tolerance = 32 * std::numeric_limits<double>::epsilon();
 // Children on the low side of each axis; the high side is the complement.
 constexpr std::uint8_t low_children[3] = {0x55, 0x33, 0x0F};
 
+// A box's low and high faces on each axis, in model coordinates: worked out
+// once for all the triangles a cell hands on.
+using box_faces_t = std::array<std::array<double, 2>, 3>;
+
+box_faces_t faces_of(const cell_t& box) {
+  box_faces_t faces;
+  for (int a = 0; a < 3; ++a) faces[a] = {box.face_model(a, false), box.face_model(a, true)};
+  return faces;
+}
+
 // Whether doubles prove the whole box strictly on one side of the plane:
 // the plane function's least and greatest values over a box are taken at
 // its corners, axis by axis.
-bool plane_misses_box(const tri_extension_t& t, const cell_t& box) {
+bool plane_misses_box(const tri_extension_t& t, const box_faces_t& box) {
   double least = -t.plane_dd, greatest = -t.plane_dd, magnitude = std::abs(t.plane_dd);
   for (int a = 0; a < 3; ++a) {
     const double n = component(t.normal_d, a);
-    const double lo = n * box.face_model(a, false), hi = n * box.face_model(a, true);
+    const double lo = n * box[a][0], hi = n * box[a][1];
     least += std::min(lo, hi);
     greatest += std::max(lo, hi);
     magnitude += std::max(std::abs(lo), std::abs(hi));
@@ -62,15 +72,16 @@ bool cell_tree_builder_t::stopped() const { return _stop && stop_token__stop_req
 child_lists_t cell_tree_builder_t::distribute(const cell_t& cell, std::span<const std::uint32_t> list) const {
   thread_local std::vector<std::uint8_t> masks;
   masks.clear();
-  std::array<cell_t, 8> children;
-  for (int k = 0; k < 8; ++k) children[k] = cell.child(k);
+  std::array<box_faces_t, 8> children;
+  for (int k = 0; k < 8; ++k) children[k] = faces_of(cell.child(k));
+  std::array<double, 3> centre;
+  for (int a = 0; a < 3; ++a) centre[a] = lattice_to_model(cell.centre[a]);
   for (std::uint32_t i : list) {
     const tri_extension_t& t = _tris[i];
     std::uint8_t mask = 0xFF;
     for (int a = 0; a < 3; ++a) {
-      const double c = lattice_to_model(cell.centre[a]);
-      if (c > component(t.hi, a)) mask &= low_children[a];
-      if (component(t.lo, a) > c) mask &= static_cast<std::uint8_t>(~low_children[a]);
+      if (centre[a] > component(t.hi, a)) mask &= low_children[a];
+      if (component(t.lo, a) > centre[a]) mask &= static_cast<std::uint8_t>(~low_children[a]);
     }
     for (int k = 0; k < 8; ++k)
       if ((mask >> k) & 1 && plane_misses_box(t, children[k])) mask &= static_cast<std::uint8_t>(~(1u << k));
