@@ -12,14 +12,16 @@ namespace {
 
 constexpr double none = std::numeric_limits<double>::quiet_NaN();
 
-using index3 = std::array<int, 3>;
+// A point of the 3 x 3 x 3 grid of a split cell is numbered i + 3 j + 9 k
+// for its indices i, j, k (0 low face, 1 middle, 2 high face) on x, y, z.
+constexpr std::array<int, 3> stride = {1, 3, 9};
 
-index3 on_axes(int a, int along, int p, int q) {
-  index3 i{};
-  i[a] = along;
-  i[axis_after(a)] = p;
-  i[axis_before(a)] = q;
-  return i;
+int point(int i, int j, int k) { return i + 3 * j + 9 * k; }
+
+// The point at index along on axis a, p on the next axis and q on the one
+// after.
+int on_axes(int a, int along, int p, int q) {
+  return along * stride[a] + p * stride[axis_after(a)] + q * stride[axis_before(a)];
 }
 
 // The 3 x 3 x 3 points of the split cell and the 54 segments between them.
@@ -34,8 +36,8 @@ class split_grid_t {
     }
   }
 
-  std::uint32_t state(const index3& i) const { return _state[i[0]][i[1]][i[2]]; }
-  void set_corner(const index3& i, std::uint32_t s) { _state[i[0]][i[1]][i[2]] = s; }
+  std::uint32_t state(int point) const { return _state[point]; }
+  void set_corner(int point, std::uint32_t s) { _state[point] = s; }
   double at(int axis, int index) const { return _at[axis][index]; }
   double tip(int a, int half, int p, int q) const { return _tip[a][half][p][q]; }
 
@@ -47,9 +49,9 @@ class split_grid_t {
     if (std::isnan(t) != (s0 == s2)) return false;
     std::uint32_t middle = s0;
     if (!std::isnan(t)) middle = t < at(a, 1) ? s2 : t > at(a, 1) ? s0 : _mode;
-    const index3 m = on_axes(a, 1, p, q);
+    const int m = on_axes(a, 1, p, q);
     if (state(m) != 0 && state(m) != middle) return false;
-    _state[m[0]][m[1]][m[2]] = middle;
+    _state[m] = middle;
     for (int h = 0; h < 2; ++h) {
       const bool crossed = state(on_axes(a, h, p, q)) != state(on_axes(a, h + 1, p, q));
       if (crossed && !(at(a, h) <= t && t <= at(a, h + 1))) return false;
@@ -66,12 +68,13 @@ class split_grid_t {
  private:
   std::uint32_t _mode;
   std::array<std::array<double, 3>, 3> _at;
-  std::uint32_t _state[3][3][3] = {};
+  std::array<std::uint32_t, 27> _state{};
   double _tip[3][2][3][3];
 };
 
 bool split_edges(split_grid_t& g, std::uint32_t word, const cube_node_t::tips_t& tips) {
-  for (int k = 0; k < 8; ++k) g.set_corner({2 * (k & 1), 2 * ((k >> 1) & 1), 2 * ((k >> 2) & 1)}, corner_of(word, k));
+  for (int k = 0; k < 8; ++k)
+    g.set_corner(point(2 * (k & 1), 2 * ((k >> 1) & 1), 2 * ((k >> 2) & 1)), corner_of(word, k));
   for (int e = 0; e < 12; ++e) {
     const int a = edge_axis(e), low = edge_low_corner(e);
     const int p = 2 * ((low >> (axis_after(a))) & 1), q = 2 * ((low >> (axis_before(a))) & 1);
@@ -141,11 +144,11 @@ constexpr std::array<edge_place_t, 12> edge_places = [] {
 }();
 
 child_plan_t child_of(const split_grid_t& g, int k) {
-  const index3 base = {k & 1, (k >> 1) & 1, (k >> 2) & 1};
+  const std::array<int, 3> base = {k & 1, (k >> 1) & 1, (k >> 2) & 1};
   child_plan_t child{0, {}};
   for (int c = 0; c < 8; ++c)
-    child.corners =
-        with_corner(child.corners, c, g.state({base[0] + (c & 1), base[1] + ((c >> 1) & 1), base[2] + ((c >> 2) & 1)}));
+    child.corners = with_corner(child.corners, c,
+                                g.state(point(base[0] + (c & 1), base[1] + ((c >> 1) & 1), base[2] + ((c >> 2) & 1))));
   for (int e = 0; e < 12; ++e) {
     const edge_place_t& p = edge_places[e];
     child.tips[e] = g.tip(p.a, base[p.a], base[p.a1] + p.o1, base[p.a2] + p.o2);
