@@ -13,6 +13,7 @@
 #include "cbtr/cube_node_t.h"
 #include "cbtr/defect_record_t.h"
 #include "cbtr/edge_tips_t.h"
+#include "cbtr/evaluate_cell.h"
 #include "cbtr/hit_memo_t.h"
 #include "cbtr/plane_classes_t.h"
 #include "cbtr/tool_cells_t.h"
@@ -56,6 +57,10 @@ class cell_tree_builder_t final : public tool_cells_t {
   const std::vector<tri_extension_t>& _tris;
   const stop_token* _stop;
   hit_memo_t _memo;
+  // Buffers reused from cell to cell; a builder works on one thread at a
+  // time, and each cell is done with them before its children start.
+  evaluation_scratch_t _scratch;
+  mutable std::vector<std::uint8_t> _masks;
   plane_classes_t _planes;
   std::size_t _defects = 0;
   std::vector<defect_record_t>* _defect_sink = nullptr;

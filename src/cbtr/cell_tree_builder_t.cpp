@@ -70,7 +70,7 @@ cell_tree_builder_t::cell_tree_builder_t(const std::vector<tri_extension_t>& tri
 bool cell_tree_builder_t::stopped() const { return _stop && stop_token__stop_requested(_stop); }
 
 child_lists_t cell_tree_builder_t::distribute(const cell_t& cell, std::span<const std::uint32_t> list) const {
-  thread_local std::vector<std::uint8_t> masks;
+  std::vector<std::uint8_t>& masks = _masks;
   masks.clear();
   std::array<box_faces_t, 8> children;
   for (int k = 0; k < 8; ++k) children[k] = faces_of(cell.child(k));
@@ -137,7 +137,7 @@ std::shared_ptr<cube_node_t> cell_tree_builder_t::leaf_over(const cell_t& cell, 
 }
 
 edge_tips_t cell_tree_builder_t::evaluate(const cell_t& cell, std::span<const std::uint32_t> list) {
-  return evaluate_cell(cell, list, _tris, _memo);
+  return evaluate_cell(cell, list, _tris, _memo, _scratch);
 }
 
 void cell_tree_builder_t::_record_defect(const cell_t& cell, std::span<const std::uint32_t> list) {

@@ -20,13 +20,6 @@ namespace {
 
 using hit_list_t = std::vector<tip_candidate_t>;
 
-// Lists an evaluation fills and empties for every edge; kept per thread so
-// that their storage outlives one cell.
-struct scratch_t {
-  hit_list_t hits, group, first_touch;
-  std::vector<std::uint16_t> near;
-};
-
 struct edge_t {
   grid_line_t line;
   std::uint32_t cu, cv;     // the line's lattice place
@@ -112,7 +105,7 @@ std::uint32_t group_verdict(std::span<const tip_candidate_t> group, const grid_l
 
 // [first, last) is ordered from this side's corner inwards.
 template <class It>
-void decide_side(edge_side_t& s, It first, It last, const edge_t& edge, int side, scratch_t& scratch) {
+void decide_side(edge_side_t& s, It first, It last, const edge_t& edge, int side, evaluation_scratch_t& scratch) {
   const double corner = side ? edge.hi : edge.lo;
   if (side ? edge.hi_on_face : edge.lo_on_face) {
     s = {corner, surface_mode, nullptr, true};
@@ -162,9 +155,8 @@ void apply_to_corner(edge_tips_t& et, int corner, std::uint32_t state) {
 }  // namespace
 
 edge_tips_t evaluate_cell(const cell_t& cell, std::span<const std::uint32_t> list,
-                          const std::vector<tri_extension_t>& tris, hit_memo_t& memo) {
+                          const std::vector<tri_extension_t>& tris, hit_memo_t& memo, evaluation_scratch_t& scratch) {
   edge_tips_t et;
-  thread_local scratch_t scratch;
   hit_list_t& hits = scratch.hits;
   std::vector<std::uint16_t>& near = scratch.near;
   near.clear();
