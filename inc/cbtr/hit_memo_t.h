@@ -22,10 +22,11 @@ enum class line_reuse_t { rare, frequent };
 
 class hit_memo_t {
  public:
-  // A triangle meets about a dozen lines that cells look along; room for
-  // most of them up front spares the table its early regrowths.
+  // A triangle meets about a dozen lines that cells look along, and where
+  // misses are kept as many again; room for most of them up front spares
+  // the table its early regrowths.
   hit_memo_t(const std::vector<tri_extension_t>& tris, line_reuse_t reuse)
-      : _tris(tris), _reuse(reuse), _index(8 * tris.size()) {}
+      : _tris(tris), _reuse(reuse), _index((reuse == line_reuse_t::frequent ? 16 : 8) * tris.size()) {}
 
   // Triangle tri against the line along axis through lattice coordinates cu
   // and cv on axes axis + 1 and axis + 2, or null where it misses. The
