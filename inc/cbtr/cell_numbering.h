@@ -55,7 +55,7 @@ inline constexpr std::array<std::array<std::uint8_t, 2>, 12> edge_ends = [] {
   std::array<std::array<std::uint8_t, 2>, 12> ends{};
   for (int e = 0; e < 12; ++e) {
     const int a = edge_axis(e);
-    const int low = ((e & 1) ? 1 << ((a + 1) % 3) : 0) | ((e & 2) ? 1 << ((a + 2) % 3) : 0);
+    const int low = ((e & 1) ? 1 << axis_after(a) : 0) | ((e & 2) ? 1 << axis_before(a) : 0);
     ends[e] = {static_cast<std::uint8_t>(low), static_cast<std::uint8_t>(low | (1 << a))};
   }
   return ends;

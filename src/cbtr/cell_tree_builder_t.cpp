@@ -70,8 +70,7 @@ cell_tree_builder_t::cell_tree_builder_t(const std::vector<tri_extension_t>& tri
 bool cell_tree_builder_t::stopped() const { return _stop && stop_token__stop_requested(_stop); }
 
 child_lists_t cell_tree_builder_t::distribute(const cell_t& cell, std::span<const std::uint32_t> list) const {
-  std::vector<std::uint8_t>& masks = _masks;
-  masks.clear();
+  _masks.clear();
   std::array<box_faces_t, 8> children;
   for (int k = 0; k < 8; ++k) children[k] = faces_of(cell.child(k));
   std::array<double, 3> centre;
@@ -85,9 +84,9 @@ child_lists_t cell_tree_builder_t::distribute(const cell_t& cell, std::span<cons
     }
     for (int k = 0; k < 8; ++k)
       if ((mask >> k) & 1 && plane_misses_box(t, children[k])) mask &= static_cast<std::uint8_t>(~(1u << k));
-    masks.push_back(mask);
+    _masks.push_back(mask);
   }
-  return child_lists_t(list, masks);
+  return child_lists_t(list, _masks);
 }
 
 bool cell_tree_builder_t::flat_in(const cell_t&, std::span<const std::uint32_t> list) {

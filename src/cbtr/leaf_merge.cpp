@@ -48,7 +48,7 @@ bool leaf_holds_volume(const cube_node_t& leaf, std::uint32_t corners) {
     if (corner_of(corners, k) != corner_solid) continue;
     bool all_axes = true;
     for (int a = 0; a < 3 && all_axes; ++a) {
-      const int e = 4 * a + ((k >> (axis_after(a))) & 1) + 2 * ((k >> (axis_before(a))) & 1);
+      const int e = 4 * a + ((k >> axis_after(a)) & 1) + 2 * ((k >> axis_before(a)) & 1);
       all_axes = solid_leaves_corner(leaf, box, corners, e, k);
     }
     if (all_axes) return true;

@@ -16,7 +16,7 @@ constexpr double none = std::numeric_limits<double>::quiet_NaN();
 // for its indices i, j, k (0 low face, 1 middle, 2 high face) on x, y, z.
 constexpr std::array<int, 3> stride = {1, 3, 9};
 
-int point(int i, int j, int k) { return i + 3 * j + 9 * k; }
+int point(int i, int j, int k) { return i * stride[0] + j * stride[1] + k * stride[2]; }
 
 // The point at index along on axis a, p on the next axis and q on the one
 // after.
@@ -77,7 +77,7 @@ bool split_edges(split_grid_t& g, std::uint32_t word, const cube_node_t::tips_t&
     g.set_corner(point(2 * (k & 1), 2 * ((k >> 1) & 1), 2 * ((k >> 2) & 1)), corner_of(word, k));
   for (int e = 0; e < 12; ++e) {
     const int a = edge_axis(e), low = edge_low_corner(e);
-    const int p = 2 * ((low >> (axis_after(a))) & 1), q = 2 * ((low >> (axis_before(a))) & 1);
+    const int p = 2 * ((low >> axis_after(a)) & 1), q = 2 * ((low >> axis_before(a)) & 1);
     const double t = edge_has_crossing(edge_code(word, e)) ? tips[e].load() : none;
     if (!std::isnan(t) && !std::isfinite(t)) return false;
     if (!g.set_line(a, p, q, t)) return false;
