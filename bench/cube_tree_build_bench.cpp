@@ -8,7 +8,7 @@
 
 #include <fstream>
 
-#include "cbtr/build_cube_tree.h"
+#include "cbtr/build/build_cube_tree.h"
 #include "soups.h"
 
 namespace {

@@ -8,8 +8,8 @@
 
 #include <cmath>
 
-#include "cbtr/cached_tris_t.h"
-#include "cbtr/sweep_chooser.h"
+#include "cbtr/tool/cached_tris_t.h"
+#include "cbtr/tool/sweep_chooser.h"
 #include "geom/Stl3d.h"
 #include "mech/apt_t.h"
 

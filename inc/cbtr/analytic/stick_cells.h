@@ -8,7 +8,7 @@
 // the body is convex) or provably away from the body.
 
 #include "cbtr/analytic/stick_convex.h"
-#include "cbtr/tool_cells_t.h"
+#include "cbtr/step/tool_cells_t.h"
 
 namespace cbtr {
 

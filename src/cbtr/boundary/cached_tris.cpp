@@ -6,11 +6,11 @@
 #include <cmath>
 #include <cstring>
 
-#include "cbtr/cached_tris_t.h"
-#include "cbtr/convex_sweep.h"
-#include "cbtr/linear_sweep.h"
-#include "cbtr/stationary_tris.h"
-#include "cbtr/sweep_chooser.h"
+#include "cbtr/tool/cached_tris_t.h"
+#include "cbtr/tool/convex_sweep.h"
+#include "cbtr/tool/linear_sweep.h"
+#include "cbtr/tool/stationary_tris.h"
+#include "cbtr/tool/sweep_chooser.h"
 #include "common/new_nothrow.h"
 
 namespace {

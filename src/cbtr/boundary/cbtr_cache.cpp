@@ -2,7 +2,7 @@
 // contract.
 #include "cbtr/cbtr_cache.h"
 
-#include "cbtr/cell_caches.h"
+#include "cbtr/cache/cell_caches.h"
 
 extern "C" {
 

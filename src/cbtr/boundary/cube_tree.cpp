@@ -8,12 +8,12 @@
 #include <new>
 #include <string_view>
 
-#include "cbtr/build_cube_tree.h"
-#include "cbtr/cell_caches.h"
-#include "cbtr/cube_tree_file.h"
-#include "cbtr/cube_tree_t.h"
-#include "cbtr/fly_pieces.h"
-#include "cbtr/surface_export.h"
+#include "cbtr/build/build_cube_tree.h"
+#include "cbtr/cache/cell_caches.h"
+#include "cbtr/inspect/fly_pieces.h"
+#include "cbtr/inspect/surface_export.h"
+#include "cbtr/io/cube_tree_file.h"
+#include "cbtr/model/cube_tree_t.h"
 
 namespace {
 

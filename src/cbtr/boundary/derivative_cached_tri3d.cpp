@@ -4,7 +4,7 @@
 
 #include <cstring>
 
-#include "cbtr/derivative_tris.h"
+#include "cbtr/tool/derivative_tris.h"
 #include "common/new_nothrow.h"
 
 namespace {

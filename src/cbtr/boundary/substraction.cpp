@@ -3,12 +3,12 @@
 #include <cmath>
 #include <new>
 
-#include "cbtr/build_cube_tree.h"
-#include "cbtr/cached_tris_t.h"
-#include "cbtr/cube_tree_t.h"
-#include "cbtr/step_result_t.h"
+#include "cbtr/build/build_cube_tree.h"
+#include "cbtr/model/cube_tree_t.h"
+#include "cbtr/step/run_step.h"
+#include "cbtr/step/step_result_t.h"
 #include "cbtr/stick_convex.h"
-#include "cbtr/tree_step.h"
+#include "cbtr/tool/cached_tris_t.h"
 #include "common/new_nothrow.h"
 #include "geom/stl3d_t.h"
 

@@ -1,0 +1,280 @@
+#include "cbtr/io/cube_tree_file.h"
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <sstream>
+#include <streambuf>
+
+#include "cbtr/cube_tree.h"
+#include "cbtr/model/tree_walk.h"
+#include "hand_trees.h"
+
+namespace {
+
+using namespace cbtr;
+using quvra_test::add_child;
+
+std::string dump(const cube_tree_t& tree) {
+  std::ostringstream out;
+  EXPECT_TRUE(write_tree(out, tree));
+  return out.str();
+}
+
+std::unique_ptr<cube_tree_t> load(const std::string& bytes, attachment_map_t* map = nullptr) {
+  std::istringstream in(bytes);
+  return read_tree(in, map);
+}
+
+std::uint64_t bits(double v) { return std::bit_cast<std::uint64_t>(v); }
+
+// Same cells in the same places, tips compared bit for bit (NaN included).
+void expect_same_cells(const cube_node_t& a, const cube_node_t& b) {
+  ASSERT_EQ(a.x, b.x);
+  ASSERT_EQ(a.y, b.y);
+  ASSERT_EQ(a.z, b.z);
+  EXPECT_EQ(a.kind, b.kind);
+  EXPECT_EQ(a.corners, b.corners);
+  for (int e = 0; e < 12; ++e) EXPECT_EQ(bits(a.tips[e]), bits(b.tips[e])) << "edge " << e;
+  const auto ka = snapshot_children(a);
+  const auto kb = snapshot_children(b);
+  for (int c = 0; c < 8; ++c) {
+    ASSERT_EQ(ka[c] == nullptr, kb[c] == nullptr) << "slot " << c;
+    if (!kb[c]) continue;
+    EXPECT_EQ(kb[c]->parent.lock().get(), &b);
+    expect_same_cells(*ka[c], *kb[c]);
+  }
+}
+
+struct tree_shape_t {
+  int cells = 0;
+  int deepest = 0;
+};
+
+tree_shape_t shape_of(const cube_tree_t& tree) {
+  tree_shape_t shape;
+  for_each_node(tree, [&shape](const cube_node_t& node) {
+    ++shape.cells;
+    shape.deepest = std::max(shape.deepest, node.depth());
+  });
+  return shape;
+}
+
+std::string le_bytes(std::uint64_t value, int n) {
+  std::string out;
+  for (int i = 0; i < n; ++i) out.push_back(static_cast<char>(value >> (8 * i)));
+  return out;
+}
+
+std::string branch_record(std::uint32_t mask) {
+  return le_bytes(kind_branch, 4) + le_bytes(corners_all_solid, 4) + le_bytes(0, 8) + std::string(96, '\0') +
+         le_bytes(mask, 2);
+}
+
+// --- Layout ---------------------------------------------------------------
+
+TEST(CubeTreeFileLayout, LeafRootIsResolutionThenOneRecordOfKindCornersIdAndTips) {
+  auto tree = quvra_test::tree_with_root(17, kind_leaf, quvra_test::solid_corners({0}));
+  quvra_test::place_tips(*tree->root.load(), 0.25);
+  const std::string bytes = dump(*tree);
+  ASSERT_EQ(bytes.size(), 4u + 16u + 96u);
+  EXPECT_EQ(bytes.substr(0, 4), le_bytes(17, 4));
+  EXPECT_EQ(bytes.substr(4, 4), le_bytes(kind_leaf, 4));
+  EXPECT_EQ(bytes.substr(8, 4), le_bytes(quvra_test::solid_corners({0}), 4));
+  EXPECT_EQ(bytes.substr(12, 8), le_bytes(0, 8));
+  for (int e = 0; e < 12; ++e) EXPECT_EQ(bytes.substr(20 + 8 * e, 8), le_bytes(bits(tree->root.load()->tips[e]), 8));
+}
+
+TEST(CubeTreeFileLayout, BranchRecordsCarryAMaskAndTheirChildrenInSlotOrder) {
+  auto tree = quvra_test::tree_with_root(3, kind_branch, corners_all_solid);
+  const auto root = tree->root.load();
+  add_child(root, 6, kind_solid, corners_all_solid);
+  add_child(root, 1, kind_air, corners_all_air);
+  const std::string bytes = dump(*tree);
+  // Resolution, the root (16 + 96 + 2), then two 16-byte uniform records.
+  ASSERT_EQ(bytes.size(), 4u + 114u + 32u);
+  EXPECT_EQ(bytes.substr(116, 2), le_bytes(0b01000010, 2));
+  EXPECT_EQ(bytes.substr(118, 4), le_bytes(kind_air, 4));
+  EXPECT_EQ(bytes.substr(134, 4), le_bytes(kind_solid, 4));
+}
+
+TEST(CubeTreeFileLayout, EmptyTreeWritesItsResolutionAloneAndReadsBackUnset) {
+  const cube_tree_t empty(9);
+  const std::string bytes = dump(empty);
+  EXPECT_EQ(bytes, le_bytes(9, 4));
+  const auto back = load(bytes);
+  EXPECT_EQ(back->resolution, 9u);
+  ASSERT_NE(back->root.load(), nullptr);
+  EXPECT_EQ(back->root.load()->kind, kind_unset);
+}
+
+// A stream buffer that notes how much had been written at each flush.
+class flush_log_t : public std::stringbuf {
+ public:
+  std::vector<std::size_t> flushed_at;
+
+ protected:
+  int sync() override {
+    flushed_at.push_back(str().size());
+    return 0;
+  }
+};
+
+TEST(CubeTreeFileLayout, FlushesAfterEachSubtreeFourAboveTheResolution) {
+  // Resolution 5: the four branches at depth 1 each end a steady piece.
+  auto tree = quvra_test::tree_with_root(5, kind_branch, 0);
+  const auto root = tree->root.load();
+  for (int c : {0, 3, 4, 6}) add_child(add_child(root, c, kind_branch, 0), 1, kind_air, corners_all_air);
+  flush_log_t log;
+  std::ostream out(&log);
+  ASSERT_TRUE(write_tree(out, *tree));
+  const std::size_t piece = 114 + 16;
+  EXPECT_EQ(log.flushed_at, (std::vector<std::size_t>{118 + piece, 118 + 2 * piece, 118 + 3 * piece, 118 + 4 * piece,
+                                                      118 + 4 * piece}));
+}
+
+// --- Round trip -----------------------------------------------------------
+
+TEST(CubeTreeFileRoundTrip, EveryKindAndNullSlotComesBackCellByCell) {
+  const auto tree = quvra_test::mixed_tree();
+  const std::string bytes = dump(*tree);
+  const auto back = load(bytes);
+  EXPECT_EQ(back->resolution, tree->resolution);
+  expect_same_cells(*tree->root.load(), *back->root.load());
+  EXPECT_EQ(dump(*back), bytes);
+}
+
+TEST(CubeTreeFileRoundTrip, FileThroughTheBoundaryIsByteIdentical) {
+  const auto tree = quvra_test::full_tree();
+  const std::filesystem::path first = "round_trip_\xC3\xA9.cbt";  // UTF-8 é in the name
+  const std::filesystem::path second = "round_trip_again.cbt";
+  ASSERT_EQ(cube_tree__write_to(tree.get(), "round_trip_\xC3\xA9.cbt"), CUBE_TREE_WRITE_OK);
+  cube_tree_t* back = cube_tree__new_by_file("round_trip_\xC3\xA9.cbt");
+  ASSERT_NE(back, nullptr);
+  expect_same_cells(*tree->root.load(), *back->root.load());
+  ASSERT_EQ(cube_tree__write_to(back, second.c_str()), CUBE_TREE_WRITE_OK);
+  cube_tree__delete(back);
+  auto slurp = [](const std::filesystem::path& p) {
+    std::ifstream in(p, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), {});
+  };
+  EXPECT_EQ(slurp(first), slurp(second));
+  EXPECT_EQ(slurp(first), dump(*tree));
+}
+
+TEST(CubeTreeFileRoundTrip, SharedAttachmentIdsShareOneNewAttachment) {
+  auto tree = quvra_test::mixed_tree();
+  const auto root = tree->root.load();
+  const auto kids = snapshot_children(*root);
+  int old_a = 0, old_b = 0;  // only their addresses are written
+  kids[0]->attachment = reinterpret_cast<cbtr_attachment_t*>(&old_a);
+  kids[7]->attachment = reinterpret_cast<cbtr_attachment_t*>(&old_a);
+  kids[2]->attachment = reinterpret_cast<cbtr_attachment_t*>(&old_b);
+
+  int made[2] = {};
+  int calls = 0;
+  attachment_map_t map([&] { return reinterpret_cast<cbtr_attachment_t*>(&made[calls++]); });
+  const auto back = load(dump(*tree), &map);
+  const auto back_kids = snapshot_children(*back->root.load());
+  EXPECT_EQ(calls, 2);
+  EXPECT_EQ(back_kids[0]->attachment, reinterpret_cast<cbtr_attachment_t*>(&made[0]));
+  EXPECT_EQ(back_kids[7]->attachment, back_kids[0]->attachment);
+  EXPECT_EQ(back_kids[2]->attachment, reinterpret_cast<cbtr_attachment_t*>(&made[1]));
+  EXPECT_EQ(back->root.load()->attachment, nullptr);
+  EXPECT_EQ(back_kids[1]->attachment, nullptr);
+  // Without a map every id is dropped.
+  EXPECT_EQ(snapshot_children(*load(dump(*tree))->root.load())[0]->attachment, nullptr);
+}
+
+// --- Short and foreign files ----------------------------------------------
+
+TEST(CubeTreeFileShort, FourByteFileGivesAnUnsetRootWithNaNTips) {
+  const auto tree = load(le_bytes(12, 4));
+  EXPECT_EQ(tree->resolution, 12u);
+  const auto root = tree->root.load();
+  ASSERT_NE(root, nullptr);
+  EXPECT_EQ(root->kind, kind_unset);
+  EXPECT_EQ(root->children.load(), nullptr);
+  for (int e = 0; e < 12; ++e) EXPECT_TRUE(std::isnan(root->tips[e]));
+}
+
+TEST(CubeTreeFileShort, EveryTruncationReadsAsTheFileFollowedByZeros) {
+  const std::string bytes = dump(*quvra_test::mixed_tree());
+  for (std::size_t n = 0; n <= bytes.size(); ++n) {
+    const auto tree = load(bytes.substr(0, n));
+    ASSERT_NE(tree->root.load(), nullptr);
+    // Written again, the tree starts with exactly the bytes that were there.
+    const std::string again = dump(*tree);
+    ASSERT_GE(again.size(), n);
+    EXPECT_EQ(again.substr(0, n), bytes.substr(0, n)) << "cut at " << n;
+    EXPECT_LE(shape_of(*tree).cells, shape_of(*quvra_test::mixed_tree()).cells) << n;
+  }
+}
+
+TEST(CubeTreeFileShort, EveryTruncatedFileOpensThroughTheBoundary) {
+  const std::string bytes = dump(*quvra_test::full_tree());
+  const char* path = "truncated.cbt";
+  for (std::size_t n = 0; n <= bytes.size(); n += 7) {
+    std::ofstream(path, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(n));
+    cube_tree_t* tree = cube_tree__new_by_file(path);
+    ASSERT_NE(tree, nullptr) << n;
+    EXPECT_EQ(tree->resolution, n >= 4 ? 2u : 0u);
+    cube_tree__delete(tree);
+  }
+}
+
+TEST(CubeTreeFileForeign, BranchesAtEveryLevelStopAtTheFinestDepth) {
+  // Forty nested branches, each claiming all eight children.
+  std::string bytes = le_bytes(26, 4);
+  for (int level = 0; level < 40; ++level) bytes += branch_record(0xFFFF);
+  const auto tree = load(bytes);
+  const tree_shape_t shape = shape_of(*tree);
+  EXPECT_EQ(shape.deepest, max_depth);
+  // The branches at depths 0 to 25 with eight children each; the record at
+  // depth 26 ends the read, so the siblings that follow read as unset.
+  EXPECT_EQ(shape.cells, 1 + 26 * 8);
+  int unset = 0;
+  for_each_node(*tree, [&unset](const cube_node_t& n) { unset += n.kind == kind_unset; });
+  EXPECT_EQ(unset, 1 + 25 * 7 + 7);
+}
+
+TEST(CubeTreeFileForeign, RandomBytesGiveBoundedTreesOfValidShape) {
+  std::mt19937_64 rng(20240611);
+  for (int round = 0; round < 300; ++round) {
+    std::string bytes(rng() % 4096, '\0');
+    for (char& b : bytes) b = static_cast<char>(rng());
+    // Every tenth file claims children all the way down.
+    if (round % 10 == 0)
+      for (std::size_t at = 4; at + 114 <= bytes.size(); at += 114)
+        bytes.replace(at, 114, branch_record(static_cast<std::uint32_t>(rng())));
+    const auto tree = load(bytes);
+    const tree_shape_t shape = shape_of(*tree);
+    EXPECT_LE(shape.deepest, max_depth);
+    // At most eight cells per record that a file can hold, and the root.
+    EXPECT_LE(static_cast<std::size_t>(shape.cells), 1 + 8 * (bytes.size() / 16 + 1));
+  }
+}
+
+// --- Boundary -------------------------------------------------------------
+
+TEST(CubeTreeFileBoundary, BadArgumentsAndUnopenablePathsSaySo) {
+  const auto tree = quvra_test::mixed_tree();
+  EXPECT_EQ(cube_tree__write_to(nullptr, "x.cbt"), CUBE_TREE_WRITE_INVALID_ARGUMENTS);
+  EXPECT_EQ(cube_tree__write_to(tree.get(), nullptr), CUBE_TREE_WRITE_INVALID_ARGUMENTS);
+  EXPECT_EQ(cube_tree__write_to(tree.get(), "no/such/dir/x.cbt"), CUBE_TREE_WRITE_FAILED);
+  EXPECT_EQ(cube_tree__new_by_file(nullptr), nullptr);
+  EXPECT_EQ(cube_tree__new_by_file("no/such/dir/x.cbt"), nullptr);
+}
+
+TEST(CubeTreeFileBoundary, EmptyTreeWritesAFourByteFile) {
+  cube_tree_t empty(4);
+  ASSERT_EQ(cube_tree__write_to(&empty, "empty.cbt"), CUBE_TREE_WRITE_OK);
+  EXPECT_EQ(std::filesystem::file_size("empty.cbt"), 4u);
+}
+
+}  // namespace
