@@ -5,6 +5,9 @@
 #                               build in build-asan/
 #   scripts/test.sh --thread    the concurrency tests under ThreadSanitizer,
 #                               build in build-tsan/
+#   scripts/test.sh --release   the release configuration a user builds,
+#                               build in build-release/
+# Warnings are errors in all of them.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -22,9 +25,12 @@ elif [[ ${1:-} == --thread ]]; then
   options=(-DCMAKE_BUILD_TYPE=RelWithDebInfo -DQUVRA_TSAN=ON -DQUVRA_BUILD_BENCH=OFF -DQUVRA_BUILD_EXAMPLES=OFF)
   targets=(--target quvra_concurrency_tests)
   tests=(-R '^Concurrent')
+elif [[ ${1:-} == --release ]]; then
+  build_dir=build-release
+  options=(-DCMAKE_BUILD_TYPE=Release)
 fi
 
 bash scripts/setup.sh
-cmake -S . -B "$build_dir" -G Ninja "${options[@]}" >/dev/null
+cmake -S . -B "$build_dir" -G Ninja "${options[@]}" -DQUVRA_WERROR=ON >/dev/null
 cmake --build "$build_dir" "${targets[@]}"
 ctest --test-dir "$build_dir" --output-on-failure -j "$(nproc)" "${tests[@]}"

@@ -46,7 +46,8 @@ std::vector<std::string> node_dump(const cube_tree_t* tree) {
                        std::to_string(n.kind) + " " + std::to_string(n.corners);
     for (const auto& tip : n.tips) {
       const double t = tip.load();
-      line += " " + (std::isnan(t) ? std::string("nan") : std::to_string(t));
+      line += ' ';
+      line += std::isnan(t) ? std::string("nan") : std::to_string(t);
     }
     out.push_back(std::move(line));
   });
