@@ -20,6 +20,11 @@ if(QUVRA_SANITIZE)
     -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
 endif()
+# Coverage feedback for libFuzzer in everything; the fuzz targets add the
+# fuzzer's own main.
+if(QUVRA_BUILD_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
 if(QUVRA_TSAN)
   add_compile_options(-fsanitize=thread -fno-omit-frame-pointer)
   add_link_options(-fsanitize=thread)
