@@ -95,6 +95,9 @@ run_summary_t cut_and_write(const run_plan_t& p, std::ostream& out, std::ostream
   require_writable_dir(p.out_dir);
   out << "building the stock...\n" << std::flush;
   stock_session_t stock(p.stock, p.tooling.cell);
+  if (stock.open_edges() > 0)
+    out << "note: " << p.stock.stl_path << " is not a closed surface (" << stock.open_edges()
+        << " edges without a twin); built from it as --open-stock asks\n";
   const double before = enclosed_volume(stock.surface());
   tool_set_t tools(p.program, p.table, p.tooling);
   const move_cutter_t cutter = [&](const move_t& m, const pose_t& start, const pose_t& end) {

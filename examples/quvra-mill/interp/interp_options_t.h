@@ -10,6 +10,10 @@
 
 namespace mill {
 
+// How far from the origin, in mm along each axis, anything a machine is to
+// mean may lie: positions, stocks, tools.
+inline constexpr double machine_limit_mm = 1e6;
+
 struct interp_options_t {
   // Largest distance, in mm, between an arc and its chords. The cutting
   // stage cannot see finer than its cells, so a quarter of the cell width
@@ -29,7 +33,7 @@ struct interp_options_t {
   // max_moves moves, an arc's chords counted one by one (at about 128 bytes
   // a move, the default list takes up to 1.3 GB). A program that goes
   // beyond either stops at the line that did.
-  double max_coordinate = 1e6;
+  double max_coordinate = machine_limit_mm;
   std::size_t max_moves = 10'000'000;
 };
 
