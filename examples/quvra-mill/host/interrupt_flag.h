@@ -2,7 +2,8 @@
 
 // Ctrl-C during a run: the first stops the run after the move being cut, so
 // that what was cut is still written; a second ends the process at once, for
-// a user who does not want to wait.
+// a user who does not want to wait, and removes the file being written so
+// that no cut-off file is left behind.
 
 namespace mill {
 
@@ -18,5 +19,15 @@ class interrupt_guard_t {
 
 // True once SIGINT arrived under a guard.
 bool interrupt_requested();
+
+// Names the file a second Ctrl-C removes for as long as the guard lives; one
+// at a time. path must outlive the guard.
+class doomed_file_guard_t {
+ public:
+  explicit doomed_file_guard_t(const char* path);
+  ~doomed_file_guard_t();
+  doomed_file_guard_t(const doomed_file_guard_t&) = delete;
+  doomed_file_guard_t& operator=(const doomed_file_guard_t&) = delete;
+};
 
 }  // namespace mill

@@ -13,6 +13,7 @@
 #include "host/stl_writer.h"
 #include "host/stock_session.h"
 #include "host/tool_set.h"
+#include "host/whole_file.h"
 #include "interp/ngc_interpreter.h"
 #include "interp/program_reader.h"
 #include "interp/source_error_t.h"
@@ -67,32 +68,42 @@ run_plan_t plan_run(mill_options_t options) {
 }
 
 void write_text(const fs::path& path, const std::string& text) {
-  std::ofstream f(path);
-  if (!(f << text)) throw std::runtime_error("cannot write " + path.string());
+  write_whole_file(path, [&](const std::string& temp) {
+    std::ofstream f(temp);
+    if (!(f << text) || !f.flush()) throw std::runtime_error("cannot write " + path.string());
+  });
 }
 
 void write_outputs(const run_plan_t& p, const stock_session_t& stock, const loop_result_t& loop,
                    const run_summary_t& summary, const std::vector<double>& surface) {
-  write_binary_stl((p.out_dir / "stock.stl").string(), surface, "quvra-mill cut stock");
-  stock.write((p.out_dir / "stock.cbt").string());
-  std::ofstream csv(p.out_dir / "moves.csv");
-  write_moves_csv(csv, loop.records, p.program.files);
-  if (!csv.flush()) throw std::runtime_error("cannot write " + (p.out_dir / "moves.csv").string());
+  write_whole_file(p.out_dir / "stock.stl",
+                   [&](const std::string& temp) { write_binary_stl(temp, surface, "quvra-mill cut stock"); });
+  write_whole_file(p.out_dir / "stock.cbt", [&](const std::string& temp) { stock.write(temp); });
+  write_whole_file(p.out_dir / "moves.csv", [&](const std::string& temp) {
+    std::ofstream csv(temp);
+    write_moves_csv(csv, loop.records, p.program.files);
+    if (!csv.flush()) throw std::runtime_error("cannot write " + (p.out_dir / "moves.csv").string());
+  });
   write_text(p.out_dir / "summary.txt", summary_text(summary));
   if (p.options.program.empty()) write_text(p.out_dir / "sample.ngc", sample_program_text());
 }
 
+// Runs under an interrupt_guard_t from before the stock is built until the
+// files are written, so that a first Ctrl-C at any time stops the cut at the
+// next move boundary and still writes whole files.
 run_summary_t cut_and_write(const run_plan_t& p, std::ostream& out, std::ostream& err, bool terminal) {
-  fs::create_directories(p.out_dir);
+  require_writable_dir(p.out_dir);
   out << "building the stock...\n" << std::flush;
   stock_session_t stock(p.stock, p.tooling.cell);
+  if (stock.open_edges() > 0)
+    out << "note: " << p.stock.stl_path << " is not a closed surface (" << stock.open_edges()
+        << " edges without a twin); built from it as --open-stock asks\n";
   const double before = enclosed_volume(stock.surface());
   tool_set_t tools(p.program, p.table, p.tooling);
   const move_cutter_t cutter = [&](const move_t& m, const pose_t& start, const pose_t& end) {
     return stock.cut(*tools.model(m.tool).sweep(start, end));
   };
   progress_view_t progress(err, terminal, p.program.moves.size());
-  const interrupt_guard_t guard;
   const loop_result_t loop = run_moves(p.program.moves, cutter, interrupt_requested, progress);
   const std::vector<double> surface = stock.surface();
   const run_summary_t summary =
@@ -122,9 +133,11 @@ int run_mill(const std::vector<std::string>& args, std::ostream& out, std::ostre
   for (const std::string& note : plan.notes) out << note << '\n';
   out << "program: " << plan.program.files.front() << ", " << plan.program.moves.size() << " moves\n";
   try {
+    const interrupt_guard_t guard;
     const run_summary_t summary = cut_and_write(plan, out, err, terminal);
     out << summary_text(summary) << "files written to " << fs::absolute(plan.out_dir).string() << '\n';
-    return summary.interrupted ? mill_interrupted : mill_ok;
+    if (interrupt_requested() && !summary.interrupted) out << "Ctrl-C came after the last move; the files are whole\n";
+    return interrupt_requested() ? mill_interrupted : mill_ok;
   } catch (const std::exception& e) {
     err << "quvra-mill: " << e.what() << '\n';
     return mill_failed;

@@ -6,6 +6,7 @@
 #include <map>
 #include <stdexcept>
 
+#include "interp/interp_options_t.h"
 #include "interp/text_util.h"
 #include "interp/tool_desc_parse.h"
 
@@ -32,13 +33,21 @@ double positive_number(std::string_view text, const std::string& what) {
   return v;
 }
 
+// A length or a coordinate within what a machine can mean.
+double machine_number(std::string_view text, const std::string& what) {
+  const double v = finite_number(text, what);
+  require(std::abs(v) <= machine_limit_mm,
+          what + ": " + std::string(trim(text)) + " lies beyond the machine's limit of +-1000000 mm");
+  return v;
+}
+
 std::array<double, 6> box_numbers(std::string_view list) {
   std::array<double, 6> box{};
   std::size_t n = 0;
   for (std::size_t comma = 0; comma != std::string_view::npos; list.remove_prefix(comma + 1)) {
     comma = list.find(',');
     require(n < box.size(), "--stock box takes six numbers X0,Y0,Z0,X1,Y1,Z1");
-    box[n++] = finite_number(list.substr(0, comma), "--stock box");
+    box[n++] = machine_number(list.substr(0, comma), "--stock box");
     if (comma == std::string_view::npos) break;
   }
   require(n == box.size(), "--stock box takes six numbers X0,Y0,Z0,X1,Y1,Z1");
@@ -63,7 +72,10 @@ const std::map<std::string, setter_t, std::less<>>& value_options() {
          }
        }},
       {"--tool-length",
-       [](mill_options_t& o, const std::string& v) { o.tool_length = positive_number(v, "--tool-length"); }},
+       [](mill_options_t& o, const std::string& v) {
+         o.tool_length = positive_number(v, "--tool-length");
+         machine_number(v, "--tool-length");
+       }},
       {"--tool-table", [](mill_options_t& o, const std::string& v) { o.tool_table = v; }},
       {"--out", [](mill_options_t& o, const std::string& v) { o.out_dir = v; }},
   };
@@ -87,10 +99,15 @@ stock_spec_t parse_stock_spec(std::string_view text) {
 
 mill_options_t parse_mill_args(const std::vector<std::string>& args) {
   mill_options_t o;
+  bool open_stock = false;  // applies to a --stock given before or after it
   for (std::size_t i = 0; i < args.size(); ++i) {
     const std::string& arg = args[i];
     if (arg == "--help" || arg == "-h") {
       o.help = true;
+      continue;
+    }
+    if (arg == "--open-stock") {
+      open_stock = true;
       continue;
     }
     if (arg.size() < 2 || arg[0] != '-') {
@@ -111,6 +128,7 @@ mill_options_t parse_mill_args(const std::vector<std::string>& args) {
     }
     option->second(o, value);
   }
+  o.stock.allow_open = open_stock;
   return o;
 }
 
@@ -122,12 +140,15 @@ std::string usage_text() {
          "\n"
          "  --stock box:X0,Y0,Z0,X1,Y1,Z1   stock block (default: the box of the feed moves)\n"
          "  --stock FILE.stl                stock from a closed STL surface\n"
+         "  --open-stock                    build from an STL surface that does not close\n"
          "  --cell W                        cell width in mm (default 0.2)\n"
          "  --tool DESC                     flat:D ball:D bull:D,R drill:D,ANGLE or\n"
          "                                  D,R,E,F,ALPHA,BETA,H (default flat:6)\n"
          "  --tool-length L                 length of tools that give none (default 40)\n"
          "  --tool-table FILE               tools by number for programs that change tools\n"
-         "  --out DIR                       output folder (default quvra-mill-out/PROGRAM)\n";
+         "  --out DIR                       output folder (default quvra-mill-out/PROGRAM)\n"
+         "Positions, stocks and tools must lie within +-1000000 mm, and a program may\n"
+         "make at most 10000000 moves (an arc counts its chords).\n";
 }
 
 }  // namespace mill

@@ -3,7 +3,7 @@
 // The command line of quvra-mill:
 //   quvra-mill [PROGRAM] [--stock box:X0,Y0,Z0,X1,Y1,Z1 | --stock FILE.stl]
 //              [--cell W] [--tool DESC] [--tool-length L] [--tool-table FILE]
-//              [--out DIR] [--help]
+//              [--open-stock] [--out DIR] [--help]
 // An option's value follows it as the next argument or after '='.
 
 #include <string>

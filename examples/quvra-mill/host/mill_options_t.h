@@ -21,6 +21,7 @@ struct stock_spec_t {
   stock_kind kind = stock_kind::feed_box;
   std::array<double, 6> box{};  // minimum x, y, z, then maximum x, y, z
   std::string stl_path;
+  bool allow_open = false;  // build from an STL surface that does not close
 };
 
 struct mill_options_t {

@@ -1,9 +1,14 @@
 #include "host/stock_session.h"
 
+#include <filesystem>
 #include <stdexcept>
+#include <string>
+#include <system_error>
 
 #include "geom/stl3d.h"
+#include "host/surface_checks.h"
 #include "host/tri_records.h"
+#include "interp/interp_options_t.h"
 
 namespace mill {
 
@@ -15,6 +20,10 @@ struct soup_deleter_t {
 using soup_ptr = std::unique_ptr<stl3d_t, soup_deleter_t>;
 
 soup_ptr read_stl(const std::string& path) {
+  // The library cannot tell a directory from a malformed file.
+  std::error_code ec;
+  if (std::filesystem::is_directory(path, ec))
+    throw std::runtime_error("cannot open stock file " + path + ": it is a directory");
   soup_ptr soup(stl3d__new());
   if (!soup) throw std::runtime_error("out of memory reading " + path);
   switch (stl3d__read_file(path, soup.get())) {
@@ -25,7 +34,12 @@ soup_ptr read_stl(const std::string& path) {
     default:
       throw std::runtime_error(path + " is not a well-formed STL file");
   }
-  if (stl3d__tris_size(soup.get()) == 0) throw std::runtime_error(path + " holds no triangles");
+  const std::size_t count = stl3d__tris_size(soup.get());
+  if (count == 0) throw std::runtime_error(path + " holds no triangles");
+  const std::size_t far = first_triangle_beyond(stl3d__tris_data(soup.get()), count, machine_limit_mm);
+  if (far < count)
+    throw std::runtime_error(path + ": facet " + std::to_string(far + 1) + " lies beyond the machine's limit of +-" +
+                             std::to_string(static_cast<int>(machine_limit_mm)) + " mm");
   return soup;
 }
 
@@ -56,6 +70,12 @@ void collect_triangle(const double tri[12]) {
 
 stock_session_t::stock_session_t(const stock_spec_t& spec, double cell) {
   const soup_ptr soup = stock_soup(spec);
+  open_edges_ = open_edge_count(stl3d__tris_data(soup.get()), stl3d__tris_size(soup.get()));
+  // An open surface leaves cells the library cannot place inside or out,
+  // and it fills them by guesswork.
+  if (open_edges_ > 0 && !spec.allow_open)
+    throw std::runtime_error(spec.stl_path + " is not a closed surface (" + std::to_string(open_edges_) +
+                             " edges without a twin); --open-stock builds from it anyway");
   tree_.reset(cube_tree__new(soup.get(), cell, nullptr, nullptr));
   if (!tree_) throw std::runtime_error("the library built no stock");
 }

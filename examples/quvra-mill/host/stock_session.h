@@ -18,9 +18,13 @@ namespace mill {
 class stock_session_t {
  public:
   // The stock of spec (a box or an STL file's surface) with cells no wider
-  // than cell. Throws std::runtime_error when the STL file cannot be read
-  // or the library builds no stock.
+  // than cell. Throws std::runtime_error when the STL file cannot be read,
+  // reaches beyond machine_limit_mm, is not closed and spec does not allow
+  // that, or the library builds no stock.
   stock_session_t(const stock_spec_t& spec, double cell);
+
+  // Edges of the stock's surface without a twin; 0 when it is closed.
+  std::size_t open_edges() const { return open_edges_; }
 
   // Width of the finest cells, a power of two no wider than the cell asked
   // for.
@@ -46,6 +50,7 @@ class stock_session_t {
     void operator()(cube_tree_t* t) const { cube_tree__delete(t); }
   };
   std::unique_ptr<cube_tree_t, tree_deleter_t> tree_;
+  std::size_t open_edges_ = 0;
 };
 
 // The twelve triangle records of an axis-aligned box (minimum x, y, z, then

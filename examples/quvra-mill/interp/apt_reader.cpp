@@ -6,6 +6,7 @@
 #include <stdexcept>
 
 #include "interp/apt_statement_t.h"
+#include "interp/move_limits.h"
 #include "interp/source_error_t.h"
 #include "interp/tool_desc_parse.h"
 
@@ -20,7 +21,7 @@ constexpr std::array<std::string_view, 15> passive_statements{"PARTNO",    "PPRI
 class apt_runner_t {
  public:
   apt_runner_t(const std::string& file, const interp_options_t& options)
-      : file_(file), position_(options.start), home_(options.start), tool_(options.tool) {
+      : file_(file), options_(options), position_(options.start), home_(options.start), tool_(options.tool) {
     out_.files.push_back(file);
   }
 
@@ -31,6 +32,16 @@ class apt_runner_t {
 
   [[noreturn]] void fail(const apt_statement_t& s, const std::string& word, const std::string& reason) const {
     throw source_error_t(file_, s.line, word, reason);
+  }
+  // Runs the checks of move_limits.h, stopping the run at s on the first
+  // that fails.
+  template <typename Checks>
+  void within_limits(const apt_statement_t& s, Checks checks) const {
+    try {
+      checks();
+    } catch (const std::invalid_argument& e) {
+      fail(s, s.major, e.what());
+    }
   }
   std::vector<double> numbers(const apt_statement_t& s, std::initializer_list<std::size_t> counts) const;
   vec3_t point(const std::vector<double>& v, std::size_t first, double scale) const;
@@ -51,6 +62,7 @@ class apt_runner_t {
   handler_t handler(const std::string& major) const;
 
   const std::string& file_;
+  const interp_options_t& options_;
   program_t out_;
   vec3_t position_;
   vec3_t axis_{0, 0, 1};
@@ -89,6 +101,10 @@ void apt_runner_t::move(const apt_statement_t& s, const vec3_t& to, const vec3_t
   rapid_next_ = false;
   if (kind == move_kind::feed && feed_ <= 0) fail(s, s.major, "feed move before any FEDRAT");
   if (to == position_ && axis == axis_) return;
+  within_limits(s, [&] {
+    check_reach(to, options_);
+    check_room(out_.moves.size(), 1, options_);
+  });
   move_t m;
   m.line = static_cast<std::uint32_t>(s.line);
   m.kind = kind;
@@ -117,7 +133,9 @@ void apt_runner_t::go_delta(const apt_statement_t& s) {
 
 void apt_runner_t::from(const apt_statement_t& s) {
   const std::vector<double> v = numbers(s, {3, 6});
-  home_ = position_ = point(v, 0, mm_per_unit_);
+  const vec3_t start = point(v, 0, mm_per_unit_);
+  within_limits(s, [&] { check_reach(start, options_); });
+  home_ = position_ = start;
   home_axis_ = axis_ = axis(s, v);
 }
 

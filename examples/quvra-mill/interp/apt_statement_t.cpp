@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 
 #include "interp/text_util.h"
 
@@ -17,7 +18,8 @@ apt_param_t read_param(std::string_view item) {
   item = trim(item);
   if (!item.empty() && item.front() == '+') item.remove_prefix(1);
   const auto [end, ec] = std::from_chars(item.data(), item.data() + item.size(), p.number);
-  p.is_number = ec == std::errc() && end == item.data() + item.size() && !item.empty();
+  // from_chars also reads "nan" and "inf", which no position or feed can be.
+  p.is_number = ec == std::errc() && end == item.data() + item.size() && !item.empty() && std::isfinite(p.number);
   p.word = upper(item);
   return p;
 }

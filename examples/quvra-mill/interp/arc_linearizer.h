@@ -11,8 +11,10 @@
 // Along n the arc climbs linearly with the angle: a helix.
 
 #include <array>
+#include <cstddef>
 #include <vector>
 
+#include "interp/interp_options_t.h"
 #include "interp/move_t.h"
 
 namespace mill {
@@ -37,11 +39,17 @@ struct arc_t {
   int extra_turns = 0;
 };
 
+// The larger of the distances from the centre to start and to end, in the
+// arc's plane.
+double arc_radius(const arc_t& arc);
+
 // The chord end points from just after start through end, exactly end last.
 // No point of the true arc lies further than chord_tolerance (positive)
-// from its chord.
+// from its chord. Throws std::invalid_argument when that takes more than
+// max_chords chords.
 // The radius may differ slightly between start and end (rounded program
 // values); it then changes linearly along the arc so the path closes on end.
-std::vector<vec3_t> linearize_arc(const arc_t& arc, double chord_tolerance);
+std::vector<vec3_t> linearize_arc(const arc_t& arc, double chord_tolerance,
+                                  std::size_t max_chords = interp_options_t{}.max_moves);
 
 }  // namespace mill

@@ -1,5 +1,6 @@
 #include "interp/expr_parser.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <optional>
@@ -46,12 +47,35 @@ constexpr std::array<std::pair<std::string_view, expr_op>, 13> functions{{
     {"atan", expr_op::atan2},
 }};
 
-expr_t make(expr_op op, std::vector<expr_t> args) {
+[[noreturn]] void too_deep() { throw std::invalid_argument("value nested too deeply"); }
+
+// The operands are moved in, never copied: a copy at every level made
+// reading a long chain take time growing with the square of its length.
+template <typename... Args>
+expr_t make(expr_op op, Args... args) {
   expr_t e;
   e.op = op;
-  e.args = std::move(args);
+  e.args.reserve(sizeof...(Args));
+  (e.args.push_back(std::move(args)), ...);
+  for (const expr_t& a : e.args) e.height = std::max(e.height, a.height + 1);
+  if (e.height > max_value_depth) too_deep();
   return e;
 }
+
+// Counts a value being read inside another for as long as it is read.
+class depth_guard_t {
+ public:
+  explicit depth_guard_t(line_cursor_t& c) : c_(c) {
+    if (c_.depth >= max_value_depth) too_deep();
+    ++c_.depth;
+  }
+  ~depth_guard_t() { --c_.depth; }
+  depth_guard_t(const depth_guard_t&) = delete;
+  depth_guard_t& operator=(const depth_guard_t&) = delete;
+
+ private:
+  line_cursor_t& c_;
+};
 
 // Reads an operator if one follows; leaves the cursor where it was if not.
 std::optional<binary_op_t> read_binary_op(line_cursor_t& c) {
@@ -72,10 +96,17 @@ std::optional<binary_op_t> read_binary_op(line_cursor_t& c) {
     default:
       break;
   }
+  const std::size_t start = c.pos;
   const std::string_view letters = c.take_letters();
   if (letters.empty()) return std::nullopt;
-  for (const binary_op_t& op : word_ops)
-    if (op.name == letters) return op;
+  // Blanks are gone, so "1 eq abs[-1]" reads "1eqabs[-1]": the operator is
+  // the one the letters start with (no operator's name starts another's),
+  // and what follows it is read as a value.
+  for (const binary_op_t& op : word_ops) {
+    if (!letters.starts_with(op.name)) continue;
+    c.pos = start + op.name.size();
+    return op;
+  }
   throw std::invalid_argument("unknown operator '" + std::string(letters) + "'");
 }
 
@@ -90,7 +121,7 @@ expr_t parse_binary(line_cursor_t& c, int min_rank) {
       return lhs;
     }
     expr_t rhs = parse_binary(c, op->rank + 1);
-    lhs = make(op->op, {std::move(lhs), std::move(rhs)});
+    lhs = make(op->op, std::move(lhs), std::move(rhs));
   }
 }
 
@@ -122,10 +153,10 @@ expr_t parse_function(line_cursor_t& c) {
     if (fname != name) continue;
     if (c.peek() != '[') throw std::invalid_argument("expected '[' after " + std::string(name));
     expr_t arg = parse_bracketed(c);
-    if (op != expr_op::atan2) return make(op, {std::move(arg)});
+    if (op != expr_op::atan2) return make(op, std::move(arg));
     c.expect('/');
     if (c.peek() != '[') throw std::invalid_argument("atan takes the form atan[y]/[x]");
-    return make(op, {std::move(arg), parse_bracketed(c)});
+    return make(op, std::move(arg), parse_bracketed(c));
   }
   throw std::invalid_argument("unknown function '" + std::string(name) + "'");
 }
@@ -134,7 +165,7 @@ expr_t parse_function(line_cursor_t& c) {
 
 expr_t parse_param_ref(line_cursor_t& c) {
   c.expect('#');
-  if (!c.accept('<')) return make(expr_op::param, {parse_real_value(c)});
+  if (!c.accept('<')) return make(expr_op::param, parse_real_value(c));
   const std::size_t start = c.pos;
   while (!c.at_end() && c.peek() != '>') ++c.pos;
   if (c.pos == start) throw std::invalid_argument("empty parameter name");
@@ -153,12 +184,13 @@ expr_t parse_bracketed(line_cursor_t& c) {
 }
 
 expr_t parse_real_value(line_cursor_t& c) {
+  const depth_guard_t guard(c);
   const char ch = c.peek();
   if (ch == '[') return parse_bracketed(c);
   if (ch == '#') return parse_param_ref(c);
   if (ch == '-') {
     ++c.pos;
-    return make(expr_op::neg, {parse_real_value(c)});
+    return make(expr_op::neg, parse_real_value(c));
   }
   if (ch == '+') {
     ++c.pos;

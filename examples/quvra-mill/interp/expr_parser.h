@@ -6,12 +6,20 @@
 // Inside brackets the binary operators bind, tightest first:
 //   **   then  * / mod   then  + -   then  eq ne gt ge lt le   then  and or xor
 // and operators of one rank group from the left.
-// Both functions throw std::invalid_argument on a malformed value.
+// All three throw std::invalid_argument on a malformed value, and on one
+// that nests deeper than max_value_depth.
 
 #include "interp/expr_t.h"
 #include "interp/line_cursor_t.h"
 
 namespace mill {
+
+// How deeply a value may nest: brackets, signs, functions and parameter
+// references inside one another, and operators chained. Reading, evaluating
+// and freeing a value recurse that deep, so a bound keeps a hostile line
+// from exhausting the stack; no hand-written or generated program comes
+// near it.
+inline constexpr int max_value_depth = 1000;
 
 expr_t parse_real_value(line_cursor_t& cursor);
 // The cursor stands on '['; reads through the matching ']'.

@@ -51,6 +51,9 @@ struct expr_t {
   double value = 0;
   std::string name;
   std::vector<expr_t> args;
+  // Nodes on the longest path from this one down to a leaf, itself
+  // included. Evaluating and freeing recurse that deep.
+  int height = 1;
 };
 
 }  // namespace mill

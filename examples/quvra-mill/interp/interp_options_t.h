@@ -2,12 +2,17 @@
 
 // What the host tells the interpreter before a run.
 
+#include <cstddef>
 #include <cstdint>
 
 #include "interp/move_t.h"
 #include "interp/tool_table.h"
 
 namespace mill {
+
+// How far from the origin, in mm along each axis, anything a machine is to
+// mean may lie: positions, stocks, tools.
+inline constexpr double machine_limit_mm = 1e6;
 
 struct interp_options_t {
   // Largest distance, in mm, between an arc and its chords. The cutting
@@ -23,6 +28,13 @@ struct interp_options_t {
   // Blocks and control lines a run may execute before it is taken for an
   // endless loop.
   std::uint64_t max_steps = 100'000'000;
+  // What a machine can mean. Every point a move reaches lies within
+  // max_coordinate mm of the origin along each axis, and a run makes at most
+  // max_moves moves, an arc's chords counted one by one (at about 128 bytes
+  // a move, the default list takes up to 1.3 GB). A program that goes
+  // beyond either stops at the line that did.
+  double max_coordinate = machine_limit_mm;
+  std::size_t max_moves = 10'000'000;
 };
 
 }  // namespace mill

@@ -11,6 +11,7 @@ namespace mill {
 struct line_cursor_t {
   std::string_view text;
   std::size_t pos = 0;
+  int depth = 0;  // values being read inside one another at pos
 
   bool at_end() const { return pos >= text.size(); }
   char peek(std::size_t ahead = 0) const { return pos + ahead < text.size() ? text[pos + ahead] : '\0'; }

@@ -11,9 +11,13 @@ namespace mill {
 
 namespace {
 
+// Far above any code a machine knows; the bound keeps the number in an int.
+constexpr double max_code_tenths = 1e6;
+
 ngc_code_t make_code(double value, const std::string& text) {
   const double tenths = std::round(value * 10);
   if (std::abs(value * 10 - tenths) > 1e-6 || tenths < 0) throw std::invalid_argument("malformed code number");
+  if (tenths > max_code_tenths) throw std::invalid_argument("unsupported word");
   return {static_cast<int>(tenths), text};
 }
 

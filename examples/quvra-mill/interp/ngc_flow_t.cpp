@@ -1,7 +1,6 @@
 #include "interp/ngc_flow_t.h"
 
 #include <algorithm>
-#include <ranges>
 
 #include "interp/source_error_t.h"
 
@@ -45,10 +44,11 @@ class flow_builder_t {
 
   // The nearest enclosing structure of one of the kinds with line i's label.
   int enclosing(int i, std::initializer_list<o_keyword> kinds) const {
-    for (const int opener : std::views::reverse(open_))
-      if (std::find(kinds.begin(), kinds.end(), line(opener).keyword) != kinds.end() &&
-          line(opener).label == line(i).label)
-        return opener;
+    // Reverse iterators rather than std::views::reverse, which clang 14 (the
+    // fuzzing compiler) cannot use with GCC 12's library.
+    for (auto it = open_.rbegin(); it != open_.rend(); ++it)
+      if (std::find(kinds.begin(), kinds.end(), line(*it).keyword) != kinds.end() && line(*it).label == line(i).label)
+        return *it;
     fail(i, "not inside a structure with this label");
   }
 

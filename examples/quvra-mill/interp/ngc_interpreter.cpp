@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <stdexcept>
 #include <vector>
 
@@ -20,6 +21,9 @@ namespace {
 // Deep enough for any sensible recursion, shallow enough to stop a runaway
 // one before it exhausts memory.
 constexpr std::size_t max_call_depth = 1000;
+
+// More passes than the step limit allows anyway, and within a long.
+constexpr long max_repeat = 1'000'000'000;
 
 std::vector<ngc_line_t> read_lines(std::string_view text, const std::string& file) {
   std::vector<ngc_line_t> lines;
@@ -157,7 +161,8 @@ int ngc_runner_t::select_branch(int i) const {
 
 int ngc_runner_t::start_repeat(int i) {
   const double count = value(i, 0);
-  if (count != std::floor(count) || count > 1e9) fail(i, "repeat count must be a whole number");
+  if (count != std::floor(count)) fail(i, "repeat count must be a whole number");
+  if (count > static_cast<double>(max_repeat)) fail(i, "repeat count above the limit of " + std::to_string(max_repeat));
   if (count < 1) return link(i).end + 1;
   repeats().push_back({i, static_cast<long>(count)});
   return i + 1;

@@ -54,7 +54,8 @@ class ngc_machine_t {
   vec3_t target(ngc_block_t& block, bool machine_coords);
   vec3_t work_offset() const;
   std::string motion_word(const ngc_block_t& block) const;
-  void emit(move_kind kind, const vec3_t& to);
+  // word is blamed when the move breaks a limit of the options.
+  void emit(move_kind kind, const vec3_t& to, const std::string& word);
 
   const interp_options_t& options_;
   param_store_t& params_;

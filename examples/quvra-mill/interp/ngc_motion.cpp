@@ -6,6 +6,7 @@
 
 #include "interp/arc_centre.h"
 #include "interp/ngc_machine_t.h"
+#include "interp/move_limits.h"
 #include "interp/ngc_params.h"
 
 namespace mill {
@@ -45,8 +46,14 @@ std::string ngc_machine_t::motion_word(const ngc_block_t& block) const {
   return {};
 }
 
-void ngc_machine_t::emit(move_kind kind, const vec3_t& to) {
+void ngc_machine_t::emit(move_kind kind, const vec3_t& to, const std::string& word) {
   if (to == state_.position) return;
+  try {
+    check_reach(to, options_);
+    check_room(out_.moves.size(), 1, options_);
+  } catch (const std::invalid_argument& e) {
+    fail(word, e.what());
+  }
   move_t move;
   move.file = file_;
   move.line = static_cast<std::uint32_t>(line_);
@@ -64,11 +71,11 @@ void ngc_machine_t::go_home(ngc_block_t& block, const ngc_code_t& code) {
   // those axes go home; without, every axis goes home.
   const std::array<bool, 3> named{block.has('x'), block.has('y'), block.has('z')};
   const bool any = any_axis(block);
-  emit(move_kind::rapid, target(block, false));
+  emit(move_kind::rapid, target(block, false), code.text);
   vec3_t home = state_.position;
   for (int axis = 0; axis < 3; ++axis)
     if (named[axis] || !any) home[axis] = params_.get(code.code == 280 ? g28_home_param(axis) : g30_home_param(axis));
-  emit(move_kind::rapid, home);
+  emit(move_kind::rapid, home, code.text);
 }
 
 void ngc_machine_t::run_motion(ngc_block_t& block, const ngc_code_t* g53) {
@@ -84,7 +91,8 @@ void ngc_machine_t::run_motion(ngc_block_t& block, const ngc_code_t* g53) {
   if (state_.motion != motion_mode::rapid && state_.feed <= 0) fail(motion_word(block), "feed rate is zero");
   if (straight) {
     const bool rapid = state_.motion == motion_mode::rapid;
-    emit(rapid ? move_kind::rapid : move_kind::feed, target(block, g53 != nullptr));
+    const std::string word = motion_word(block);
+    emit(rapid ? move_kind::rapid : move_kind::feed, target(block, g53 != nullptr), word);
   } else {
     arc_to(block);
   }
@@ -99,7 +107,18 @@ void ngc_machine_t::arc_to(ngc_block_t& block) {
   arc.ccw = state_.motion == motion_mode::arc_ccw;
   if (const auto p = block.take('p')) arc.extra_turns = whole(*p, block.text('p'), 1, 10'000) - 1;
   place_centre(block, arc, word);
-  for (const vec3_t& point : linearize_arc(arc, options_.chord_tolerance)) emit(move_kind::arc_segment, point);
+  std::vector<vec3_t> points;
+  try {
+    // A far centre swings the arc out of reach whatever its ends: its
+    // chords are checked one by one, but only after they were all made.
+    const double radius = arc_radius(arc);
+    const std::array<int, 3> axes = plane_axes(arc.plane);
+    check_reach({std::abs(arc.centre[axes[0]]) + radius, std::abs(arc.centre[axes[1]]) + radius, 0}, options_);
+    points = linearize_arc(arc, options_.chord_tolerance, options_.max_moves - out_.moves.size());
+  } catch (const std::invalid_argument& e) {
+    fail(word, e.what());
+  }
+  for (const vec3_t& point : points) emit(move_kind::arc_segment, point, word);
 }
 
 void ngc_machine_t::place_centre(ngc_block_t& block, arc_t& arc, const std::string& word) {

@@ -1,5 +1,6 @@
 #include "interp/text_file.h"
 
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 
@@ -8,6 +9,10 @@
 namespace mill {
 
 std::string read_text_file(const std::string& path) {
+  // A directory opens as a stream that reads nothing: it would pass for an
+  // empty program.
+  std::error_code ec;
+  if (std::filesystem::is_directory(path, ec)) throw source_error_t(path, 0, "", "is a directory, not a file");
   std::ifstream in(path, std::ios::binary);
   if (!in) throw source_error_t(path, 0, "", "cannot open the file");
   std::ostringstream text;

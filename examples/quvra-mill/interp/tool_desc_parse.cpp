@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "interp/interp_options_t.h"
 #include "interp/text_util.h"
 
 namespace mill {
@@ -34,20 +35,26 @@ void require_count(const std::vector<double>& v, std::size_t n, std::string_view
   require(v.size() == n, std::string(kind) + " takes " + std::to_string(n) + " number" + (n == 1 ? "" : "s"));
 }
 
+// Within what a machine can mean; also refuses inf, which passes d > 0.
+void require_diameter(double d) {
+  require(d > 0, "diameter must be positive");
+  require(d <= machine_limit_mm, "diameter beyond the machine's limit of 1000000 mm");
+}
+
 }  // namespace
 
 tool_desc_t flat_tool(double d) {
-  require(d > 0, "diameter must be positive");
+  require_diameter(d);
   return {tool_shape::flat, d, 0, d / 2, 0, 0, 0, 0};
 }
 
 tool_desc_t ball_tool(double d) {
-  require(d > 0, "diameter must be positive");
+  require_diameter(d);
   return {tool_shape::ball, d, d / 2, 0, d / 2, 0, 0, 0};
 }
 
 tool_desc_t bull_tool(double d, double r) {
-  require(d > 0, "diameter must be positive");
+  require_diameter(d);
   require(r >= 0 && r <= d / 2, "corner radius must lie between 0 and half the diameter");
   // The extremes are the simpler shapes, whichever way the user wrote them.
   const tool_shape shape = r == 0 ? tool_shape::flat : r == d / 2 ? tool_shape::ball : tool_shape::bull;
@@ -55,15 +62,16 @@ tool_desc_t bull_tool(double d, double r) {
 }
 
 tool_desc_t drill_tool(double d, double point_angle) {
-  require(d > 0, "diameter must be positive");
+  require_diameter(d);
   require(point_angle > 0 && point_angle < 180, "point angle must lie between 0 and 180 degrees");
   return {tool_shape::drill, d, 0, 0, 0, 90 - point_angle / 2, 0, 0};
 }
 
 tool_desc_t apt_tool(const std::array<double, 7>& p) {
   const auto [d, r, e, f, alpha, beta, h] = p;
-  require(d > 0, "diameter must be positive");
+  require_diameter(d);
   require(r >= 0 && e >= 0 && f >= 0, "corner radius and corner centre must not be negative");
+  require(f <= machine_limit_mm && h <= machine_limit_mm, "height beyond the machine's limit of 1000000 mm");
   require(e + r <= d / 2 + 1e-9, "corner reaches beyond the diameter");
   require(alpha >= 0 && alpha < 90, "bottom angle must lie in [0, 90) degrees");
   require(beta > -90 && beta < 90, "side angle must lie in (-90, 90) degrees");
