@@ -4,6 +4,7 @@
 /* Every family of the flat boundary. */
 
 #include "cbtr/cbtr_cache.h"
+#include "cbtr/collision.h"
 #include "cbtr/cube_tree.h"
 #include "common/debug_util.h"
 #include "common/failure.h"
@@ -18,6 +19,7 @@
 
 #ifdef __cplusplus
 #include "cbtr/cached_tris.h"
+#include "cbtr/geom_compare.h"
 #include "cbtr/substraction.h"
 #include "disp/render_state.h"
 #include "geom/Stl3d.h"

@@ -14,6 +14,7 @@
 #include "cbtr/inspect/surface_export.h"
 #include "cbtr/io/cube_tree_file.h"
 #include "cbtr/model/cube_tree_t.h"
+#include "common/forwarding_monitor_t.h"
 
 namespace {
 
@@ -21,15 +22,6 @@ namespace {
 std::filesystem::path utf8_path(const char* path) {
   return {std::u8string_view(reinterpret_cast<const char8_t*>(path))};
 }
-
-// Hands every change of the build's monitor to the host's function.
-struct forwarding_monitor_t : common::progress_monitor_t {
-  explicit forwarding_monitor_t(report_progress fn) : host(fn) { on_change = forward; }
-
-  static void forward(common::progress_monitor_t* m) { static_cast<forwarding_monitor_t*>(m)->host(m); }
-
-  report_progress host;
-};
 
 static_assert(sizeof(defect_tip_info) == 136, "the record crosses the boundary as packed bytes");
 
@@ -86,7 +78,7 @@ cube_tree_t* cube_tree__new_with_defect_infos(const stl3d_t* stl, double grid_wi
                                               report_progress progress, defect_info_fn fn) noexcept {
   if (!stl || !(grid_width > 0) || !std::isfinite(grid_width)) return nullptr;
   try {
-    forwarding_monitor_t monitor(progress);
+    common::forwarding_monitor_t monitor(progress);
     defect_forwarder_t defects(fn);
     return cbtr::build_cube_tree(*stl, grid_width, stop, progress ? &monitor : nullptr, nullptr,
                                  fn ? &defects : nullptr)
