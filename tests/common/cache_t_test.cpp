@@ -46,29 +46,23 @@ TEST(LruCache, TouchingAListedEntryMakesItNewestWithoutEvictingOrRecharging) {
   EXPECT_EQ(cache.used_bytes(), 35u);
 }
 
+// An evicted entry lives on with its holders and is charged again when
+// listed anew.
 TEST(LruCache, CapZeroKeepsOnlyTheNewestEntry) {
   common::lru_cache_t cache(0);
   auto a = entry("a", 8), b = entry("b", 8);
   std::weak_ptr<entry_t> wa = a;
   cache.touch(a);
+  cache.touch(b);
   EXPECT_EQ(cache.size(), 1u);
+  EXPECT_EQ(a->payload, "a");
+  cache.touch(a);
+  EXPECT_EQ(cache.size(), 1u);
+  EXPECT_EQ(cache.used_bytes(), 8u);
   a.reset();
   EXPECT_FALSE(wa.expired());  // the list keeps it alive
   cache.touch(b);
   EXPECT_TRUE(wa.expired());
-  EXPECT_EQ(cache.size(), 1u);
-  EXPECT_EQ(cache.used_bytes(), 8u);
-}
-
-TEST(LruCache, HolderKeepsAnEvictedEntryAndItCanBeListedAgain) {
-  common::lru_cache_t cache(0);
-  auto a = entry("a", 8), b = entry("b", 8);
-  cache.touch(a);
-  cache.touch(b);
-  EXPECT_EQ(a->payload, "a");
-  cache.touch(a);  // unlisted: charged again, and b goes
-  EXPECT_EQ(cache.size(), 1u);
-  EXPECT_EQ(cache.used_bytes(), 8u);
 }
 
 TEST(LruCache, ClearUnlistsEverythingButKeepsTheByteTotal) {
@@ -100,7 +94,6 @@ TEST(LruCache, NewCapAppliesAtTheNextInsert) {
   cache.touch(a);
   cache.touch(b);
   cache.set_cap(10);
-  EXPECT_EQ(cache.cap(), 10u);
   EXPECT_EQ(cache.size(), 2u);
   cache.touch(c);
   EXPECT_EQ(cache.size(), 1u);

@@ -20,11 +20,8 @@ TEST_F(FailureReport, AbortPrintsTheFourPartReportAndEndsTheProcess) {
                "^Program abort: stock broken\n"
                "At cbtr::cube_tree_t::step\n"
                "Detail: at line 42 , in file src/cbtr/step\n$");
-}
-
-TEST_F(FailureReport, NegativeLineKeepsItsSign) {
-  const int line = -7;
-  EXPECT_DEATH(_abort_msg("m", "f", "src/x", &line), "Detail: at line -7 , in file src/x");
+  const int negative = -7;
+  EXPECT_DEATH(_abort_msg("m", "f", "src/x", &negative), "Detail: at line -7 , in file src/x");
 }
 
 TEST_F(FailureReport, WarningUsesTheAbortHeadingAndReturns) {
@@ -48,11 +45,6 @@ TEST_F(FailureReport, CheckNamesQualifiedFunctionAndSourcePathWithoutExtension) 
                "^Program abort: widget_t::fail_inside_template: no room\n"
                "At \\{anonymous\\}::widget_t::fail_inside_template\n"
                "Detail: at line [0-9]+ , in file tests/common/check_test\n$");
-}
-
-TEST_F(FailureReport, PassingCheckDoesNothing) {
-  QV_CHECK(1 + 1 == 2, "arithmetic");
-  SUCCEED();
 }
 
 TEST_F(FailureReport, LastErrorAbortsOnlyWhenSet) {

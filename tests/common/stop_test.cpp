@@ -35,26 +35,21 @@ TEST(StopPair, RequestIsMadeOnceAndSeenByTokens) {
   EXPECT_TRUE(stop_token__stop_requested(tok.t));
 }
 
-TEST(StopPair, TokenOutlivingItsSourceWithoutRequestCannotStopAnyMore) {
-  stop_source* src = new__stop_source();
-  stop_token* tok = stop_source__get_token(src);
-  delete__stop_source(src);
-  EXPECT_FALSE(stop_token__stop_requested(tok));
-  EXPECT_FALSE(stop_token__stop_possible(tok));
-  delete__stop_token(tok);
+// A token outliving its source keeps a request made before, and without one
+// can no longer be stopped.
+TEST(StopPair, TokenOutlivingItsSourceKeepsWhatItSaw) {
+  for (const bool requested : {false, true}) {
+    stop_source* src = new__stop_source();
+    stop_token* tok = stop_source__get_token(src);
+    if (requested) stop_source__request_stop(src);
+    delete__stop_source(src);
+    EXPECT_EQ(stop_token__stop_requested(tok), requested ? 1 : 0);
+    EXPECT_EQ(stop_token__stop_possible(tok), requested ? 1 : 0);
+    delete__stop_token(tok);
+  }
 }
 
-TEST(StopPair, TokenOutlivingItsSourceKeepsTheRequest) {
-  stop_source* src = new__stop_source();
-  stop_token* tok = stop_source__get_token(src);
-  stop_source__request_stop(src);
-  delete__stop_source(src);
-  EXPECT_TRUE(stop_token__stop_requested(tok));
-  EXPECT_TRUE(stop_token__stop_possible(tok));
-  delete__stop_token(tok);
-}
-
-TEST(StopPair, NullHoldersAreHarmless) {
+TEST(StopPair, NullHoldersAndSourcesWithoutStateAreHarmless) {
   delete__stop_source(nullptr);
   delete__stop_token(nullptr);
   EXPECT_EQ(stop_source__get_token(nullptr), nullptr);
@@ -63,9 +58,6 @@ TEST(StopPair, NullHoldersAreHarmless) {
   EXPECT_EQ(stop_source__stop_requested(nullptr), 0);
   EXPECT_EQ(stop_token__stop_requested(nullptr), 0);
   EXPECT_EQ(stop_token__stop_possible(nullptr), 0);
-}
-
-TEST(StopPair, SourceWithoutStateCannotStop) {
   stop_source empty;  // as after a failed allocation of the shared state
   EXPECT_EQ(stop_source__stop_possible(&empty), 0);
   EXPECT_EQ(stop_source__request_stop(&empty), 0);
@@ -115,23 +107,18 @@ TEST(StopCallbacks, RunOnceOnTheThreadThatWinsTheRequest) {
   }
 }
 
-TEST(StopCallbacks, RegisteredAfterTheStopRunsAtOnceOnTheRegisteringThread) {
+// Unregistered before the stop, a callback never runs; registered after it,
+// it runs at once on the registering thread.
+TEST(StopCallbacks, RegisteredAfterTheStopRunsAtOnceAndUnregisteredNever) {
   source_guard src;
   token_guard tok(src.s);
+  call_log before, after;
+  { common::stop_callback_t cb(tok.t, note_call, &before); }
   stop_source__request_stop(src.s);
-  call_log log;
-  common::stop_callback_t cb(tok.t, note_call, &log);
-  EXPECT_EQ(log.calls, 1);
-  EXPECT_EQ(log.thread.load(), std::this_thread::get_id());
-}
-
-TEST(StopCallbacks, UnregisteredCallbackNeverRuns) {
-  source_guard src;
-  token_guard tok(src.s);
-  call_log log;
-  { common::stop_callback_t cb(tok.t, note_call, &log); }
-  stop_source__request_stop(src.s);
-  EXPECT_EQ(log.calls, 0);
+  common::stop_callback_t cb(tok.t, note_call, &after);
+  EXPECT_EQ(before.calls, 0);
+  EXPECT_EQ(after.calls, 1);
+  EXPECT_EQ(after.thread.load(), std::this_thread::get_id());
 }
 
 struct slow_call {

@@ -44,27 +44,21 @@ std::vector<double> contents(const stl3d_t* m) {
   return d ? std::vector<double>(d, d + 12 * stl3d__tris_size(m)) : std::vector<double>{};
 }
 
-TEST_F(Stl3dBoundary, NewMeshHasNoStorage) {
-  mesh_guard g{stl3d__new()};
-  ASSERT_NE(g.m, nullptr);
-  EXPECT_EQ(stl3d__tris_size(g.m), 0u);
-  EXPECT_EQ(stl3d__tris_data(g.m), nullptr);
-}
-
-TEST_F(Stl3dBoundary, CopyArrayKeepsRecordsAndTheirOrder) {
+// A copy keeps the records and their order in storage of exactly their
+// size; null data is refused unless the count is zero.
+TEST_F(Stl3dBoundary, NewAndCopiedMeshesHoldExactlyTheirRecords) {
+  mesh_guard fresh{stl3d__new()};
+  EXPECT_EQ(stl3d__tris_size(fresh.m), 0u);
+  EXPECT_EQ(stl3d__tris_data(fresh.m), nullptr);
   const auto box = quvra_test::box_soup(-1, -2, -3, 1, 2, 3);
   const std::vector<double> records = flat(box);
   mesh_guard g{stl3d__new_by_copy_array(records.data(), box.size())};
-  ASSERT_NE(g.m, nullptr);
   EXPECT_EQ(contents(g.m), records);
   EXPECT_EQ(g.m->tris.capacity(), box.size());
-}
-
-TEST_F(Stl3dBoundary, CopyArrayRefusesNullDataButNotAnEmptyCount) {
   EXPECT_EQ(stl3d__new_by_copy_array(nullptr, 3), nullptr);
-  mesh_guard g{stl3d__new_by_copy_array(nullptr, 0)};
-  ASSERT_NE(g.m, nullptr);
-  EXPECT_EQ(stl3d__tris_size(g.m), 0u);
+  mesh_guard none{stl3d__new_by_copy_array(nullptr, 0)};
+  ASSERT_NE(none.m, nullptr);
+  EXPECT_EQ(stl3d__tris_size(none.m), 0u);
 }
 
 TEST_F(Stl3dBoundary, MissingFileGivesEmptyMeshAndAWarningNamingStatusAndPath) {
@@ -91,22 +85,15 @@ TEST_F(Stl3dBoundary, MalformedFileKeepsWhatWasReadAndWarns) {
   EXPECT_EQ(stl3d__tris_size(g.m), 1u);
 }
 
-TEST_F(Stl3dBoundary, GoodFileReadsWithoutAWarning) {
-  const auto box = quvra_test::box_soup(0, 0, 0, 1, 1, 1);
-  quvra_test::write_binary_stl(path("box.stl"), box);
-  testing::internal::CaptureStderr();
-  mesh_guard g{stl3d__new_by_file(path("box.stl"))};
-  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-  EXPECT_EQ(contents(g.m), flat(box));
-}
-
+// A good file reads without a warning, and a second one adds to the mesh.
 TEST_F(Stl3dBoundary, TwoFilesReadIntoOneMeshInReadingOrder) {
   const auto first = quvra_test::box_soup(0, 0, 0, 1, 1, 1);
   const auto second = quvra_test::sphere_soup(2, 4, 5);
   quvra_test::write_text_stl(path("first.stl"), first);
   quvra_test::write_binary_stl(path("second.stl"), second);
-  mesh_guard g{stl3d__new()};
-  EXPECT_EQ(stl3d__read_file(path("first.stl"), g.m), STL3D_READ_OK);
+  testing::internal::CaptureStderr();
+  mesh_guard g{stl3d__new_by_file(path("first.stl"))};
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
   EXPECT_EQ(stl3d__read_file(path("second.stl"), g.m), STL3D_READ_OK);
   ASSERT_EQ(stl3d__tris_size(g.m), first.size() + second.size());
   std::vector<double> expected = flat(first);
@@ -124,7 +111,7 @@ TEST_F(Stl3dBoundary, ReadFileReportsStatusWithoutWarningAndKeepsTheMesh) {
   EXPECT_EQ(stl3d__read_file(path("gone.stl"), nullptr), STL3D_READ_OPEN_FAILED);
 }
 
-TEST_F(Stl3dBoundary, BoxGrowsOverVerticesOnlyAndAccumulates) {
+TEST_F(Stl3dBoundary, BoxGrowsOverFiniteVerticesOnlyAndAccumulates) {
   std::vector<geom::stl_tri_t> tris = {{{0, 0, 0}, {1, 2, 3}, {-1, 0, 5}, {100, 100, 100}}};
   mesh_guard g{stl3d__new_by_copy_array(flat(tris).data(), 1)};
   double box[6] = {inf, inf, inf, -inf, -inf, -inf};
@@ -136,18 +123,16 @@ TEST_F(Stl3dBoundary, BoxGrowsOverVerticesOnlyAndAccumulates) {
   stl3d__expand_to_box3d(g2.m, box);
   EXPECT_EQ(box[3], 10);
   EXPECT_EQ(box[0], -1);
-}
-
-TEST_F(Stl3dBoundary, NanCoordinatesAndEmptyMeshesLeaveTheBox) {
+  // NaN coordinates and empty meshes leave the box alone.
   const double nan = std::nan("");
-  std::vector<geom::stl_tri_t> tris = {{{nan, nan, nan}, {nan, 1, nan}, {nan, nan, nan}, {0, 0, 1}}};
-  mesh_guard g{stl3d__new_by_copy_array(flat(tris).data(), 1)};
-  double box[6] = {inf, inf, inf, -inf, -inf, -inf};
-  stl3d__expand_to_box3d(g.m, box);
-  EXPECT_EQ(box[1], 1);
-  EXPECT_EQ(box[4], 1);
-  EXPECT_EQ(box[0], inf);
-  EXPECT_EQ(box[3], -inf);
+  std::vector<geom::stl_tri_t> nans = {{{nan, nan, nan}, {nan, 1, nan}, {nan, nan, nan}, {0, 0, 1}}};
+  mesh_guard g3{stl3d__new_by_copy_array(flat(nans).data(), 1)};
+  double nan_box[6] = {inf, inf, inf, -inf, -inf, -inf};
+  stl3d__expand_to_box3d(g3.m, nan_box);
+  EXPECT_EQ(nan_box[1], 1);
+  EXPECT_EQ(nan_box[4], 1);
+  EXPECT_EQ(nan_box[0], inf);
+  EXPECT_EQ(nan_box[3], -inf);
 
   mesh_guard empty{stl3d__new()};
   double unit[6] = {0, 0, 0, 1, 1, 1};

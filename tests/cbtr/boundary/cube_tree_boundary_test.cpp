@@ -4,24 +4,19 @@
 #include "cbtr/cube_tree.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cmath>
-#include <filesystem>
 #include <string>
 #include <vector>
 
 #include "cbtr/cache/cell_triangles.h"
 #include "cbtr/inspect/surface_export.h"
 #include "cbtr/model/cube_tree_t.h"
-#include "cbtr/model/tree_walk.h"
 #include "geom/stl3d.h"
 #include "soups.h"
 #include "surface_checks.h"
 
 namespace {
-
-namespace fs = std::filesystem;
 
 struct soup_guard {
   stl3d_t* soup;
@@ -36,22 +31,6 @@ void record_step(const progress_monitor_t* m) {
   char text[256];
   progress_monitor__get_msg(m, text, sizeof text);
   if (steps_seen.empty() || steps_seen.back() != text) steps_seen.emplace_back(text);
-}
-
-// Every node in depth-first order, as the file would hold it.
-std::vector<std::string> node_dump(const cube_tree_t* tree) {
-  std::vector<std::string> out;
-  cbtr::for_each_node(*tree, [&](const cbtr::cube_node_t& n) {
-    std::string line = std::to_string(n.x) + " " + std::to_string(n.y) + " " + std::to_string(n.z) + " " +
-                       std::to_string(n.kind) + " " + std::to_string(n.corners);
-    for (const auto& tip : n.tips) {
-      const double t = tip.load();
-      line += ' ';
-      line += std::isnan(t) ? std::string("nan") : std::to_string(t);
-    }
-    out.push_back(std::move(line));
-  });
-  return out;
 }
 
 TEST(CubeTreeBoundary, RefusesMissingSoupsAndUnusableWidths) {
@@ -76,22 +55,6 @@ TEST(CubeTreeBoundary, BuildsWithProgressAndTheGridWidthOfItsResolution) {
   cube_tree__ExpandToBox3d(tree, b);
   EXPECT_EQ(std::vector<double>(b, b + 6), (std::vector<double>{0.3, 0.2, 0.1, 10.7, 8.9, 6.35}));
   cube_tree__delete(tree);
-}
-
-TEST(CubeTreeBoundary, BuiltStockWrittenAndReadBackIsIdenticalNodeByNode) {
-  soup_guard sphere(quvra_test::sphere_soup(5, 24, 48));
-  cube_tree_t* tree = cube_tree__new(sphere.soup, 0.5, nullptr, nullptr);
-  const fs::path file = fs::temp_directory_path() / ("quvra_stock_" + std::to_string(getpid()) + ".cbt");
-  ASSERT_EQ(cube_tree__write_to(tree, file.c_str()), CUBE_TREE_WRITE_OK);
-  cube_tree_t* back = cube_tree__new_by_file(file.c_str());
-  ASSERT_NE(back, nullptr);
-  EXPECT_EQ(cube_tree__get_grid_width(back), cube_tree__get_grid_width(tree));
-  const auto original = node_dump(tree);
-  EXPECT_GT(original.size(), 100u);
-  EXPECT_EQ(node_dump(back), original);
-  cube_tree__delete(back);
-  cube_tree__delete(tree);
-  fs::remove(file);
 }
 
 struct defect_seen_t {

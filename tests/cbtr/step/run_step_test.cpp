@@ -2,11 +2,9 @@
 // block, through the cube_tree__ step family.
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cmath>
 #include <cstring>
-#include <filesystem>
 
 #include "cbtr/cache/cell_triangles.h"
 #include "cbtr/model/cube_tree_t.h"
@@ -62,6 +60,12 @@ TEST(MachiningStep, AddingTheToolBackRestoresTheVolume) {
   EXPECT_EQ(stock.closure().open_lines, 0u);
   substraction__dtor(s);
   addition__dtor(a);
+  // Eating the whole stock leaves an empty root.
+  EXPECT_TRUE(stock.cut({-5, -5, -5, 20, 20, 20}, 0.5));
+  ASSERT_NE(stock.tree->root.load(), nullptr);
+  EXPECT_EQ(stock.tree->root.load()->kind, cbtr::kind_air);
+  EXPECT_TRUE(cbtr::list_surface(*stock.tree).empty());
+  EXPECT_FALSE(stock.cut({1, 1, 1, 2, 2, 2}, 0.5));
 }
 
 TEST(MachiningStep, OverlappingCutsAlongAPathLeaveAClosedSlotWithoutSlivers) {
@@ -168,32 +172,42 @@ TEST(MachiningStep, AWidthThatNamesNoCellLeavesTheStockAsItWas) {
   stock.cut({3.1, 2.2, 4.05, 7.3, 6.6, 9.0}, 1e9);
   EXPECT_EQ(cube_tree__get_grid_width(stock.tree), 1.0);
   EXPECT_EQ(stock.closure().open_lines, 0u);
+  // A finer step raises the resolution for good.
+  stock.cut({3, 3, 5, 4, 4, 9}, 0.25);
+  EXPECT_EQ(cube_tree__get_grid_width(stock.tree), 0.25);
+  stock.cut({5, 3, 5, 6, 4, 9}, 1);
+  EXPECT_EQ(cube_tree__get_grid_width(stock.tree), 0.25);
 }
 
-TEST(MachiningStep, ToolInAirTouchesNothing) {
-  stock_t stock(block, 0.5);
-  const double before = stock.volume();
+// A step is touched when it changes the stock, or with touches counted when
+// the tool meets its surface: tools in air, on faces inside cells (6.35,
+// 2.2) and on cell faces (6.0, 10.0, 4.0), and a pocket cut twice.
+TEST(MachiningStep, TouchedOnlyWhenTheStockChangesOrTouchesCount) {
+  stock_t air(block, 0.5);
+  const double before = air.volume();
   double area = -1;
-  EXPECT_FALSE(stock.cut({20, 20, 20, 22, 22, 22}, 0.5, true, true, &area));
-  EXPECT_FALSE(stock.cut({2, 2, 7, 4, 4, 9}, 0.5, true, true, &area));
+  EXPECT_FALSE(air.cut({20, 20, 20, 22, 22, 22}, 0.5, true, true, &area));
+  EXPECT_FALSE(air.cut({2, 2, 7, 4, 4, 9}, 0.5, true, true, &area));
   EXPECT_EQ(area, 0.0);
-  EXPECT_EQ(stock.volume(), before);
-}
-
-TEST(MachiningStep, ToolTouchingAFaceCountsOnlyWhenTouchesCount) {
-  // The top face inside cells (6.35) and on cell faces (6.0); the tool
-  // from above, and from a side on a cell face.
+  EXPECT_EQ(air.volume(), before);
   const std::array<double, 6> on_lattice = {0.5, 0.0, 0.0, 10.0, 8.5, 6.0};
   const struct {
     std::array<double, 6> stock, tool;
-  } cases[] = {
+  } faces[] = {
       {block, {2, 2, 6.35, 4, 4, 9}}, {on_lattice, {2, 2, 6.0, 4, 4, 9}}, {on_lattice, {10.0, 2, 2, 12, 4, 4}}};
-  for (const auto& c : cases) {
+  for (const auto& c : faces) {
     stock_t stock(c.stock, 0.5);
-    const double before = stock.volume();
     EXPECT_FALSE(stock.cut(c.tool, 0.5, false, false)) << c.tool[0] << " " << c.tool[2];
     EXPECT_TRUE(stock.cut(c.tool, 0.5, false, true)) << c.tool[0] << " " << c.tool[2];
-    EXPECT_NEAR(stock.volume(), before, 1e-9 * before);
+  }
+  for (const std::array<double, 6>& pocket :
+       {std::array<double, 6>{2.0, 2.0, 4.0, 6.0, 6.0, 9.0}, std::array<double, 6>{2.2, 2.2, 4.05, 6.2, 6.2, 9.0}}) {
+    stock_t stock(block, 0.5);
+    ASSERT_TRUE(stock.cut(pocket, 0.5));
+    const double after_first = stock.volume();
+    EXPECT_FALSE(stock.cut(pocket, 0.5)) << pocket[2];
+    EXPECT_NEAR(stock.volume(), after_first, 1e-9 * after_first);
+    EXPECT_EQ(stock.closure().open_lines, 0u);
   }
 }
 
@@ -238,40 +252,6 @@ TEST(MachiningStep, RepeatingACutTouchesNothingUnlessTouchesCount) {
     EXPECT_NEAR(stock.volume(), after_first, 1e-9 * after_first);
     EXPECT_EQ(stock.closure().open_lines, 0u);
   }
-}
-
-TEST(MachiningStep, FinerStepRaisesTheResolutionForGood) {
-  stock_t stock(block, 1);
-  EXPECT_EQ(cube_tree__get_grid_width(stock.tree), 1.0);
-  stock.cut({3, 3, 5, 4, 4, 9}, 0.25);
-  EXPECT_EQ(cube_tree__get_grid_width(stock.tree), 0.25);
-  stock.cut({5, 3, 5, 6, 4, 9}, 1);
-  EXPECT_EQ(cube_tree__get_grid_width(stock.tree), 0.25);
-}
-
-TEST(MachiningStep, EatingTheWholeStockLeavesAnEmptyRoot) {
-  stock_t stock(block, 1);
-  EXPECT_TRUE(stock.cut({-5, -5, -5, 20, 20, 20}, 1));
-  const auto root = stock.tree->root.load();
-  ASSERT_NE(root, nullptr);
-  EXPECT_EQ(root->kind, cbtr::kind_air);
-  EXPECT_TRUE(cbtr::list_surface(*stock.tree).empty());
-  EXPECT_FALSE(stock.cut({1, 1, 1, 2, 2, 2}, 1));
-}
-
-TEST(MachiningStep, StockFileAfterStepsReadsBackIdentical) {
-  stock_t stock(block, 0.5);
-  stock.cut({3.1, 2.2, 4.05, 7.3, 6.6, 9.0}, 0.5);
-  stock.cut({1.1, 1.2, 1.05, 2.3, 7.6, 9.0}, 0.25);
-  const auto file = std::filesystem::temp_directory_path() / ("quvra_cut_" + std::to_string(getpid()) + ".cbt");
-  ASSERT_EQ(cube_tree__write_to(stock.tree, file.c_str()), CUBE_TREE_WRITE_OK);
-  cube_tree_t* back = cube_tree__new_by_file(file.c_str());
-  ASSERT_NE(back, nullptr);
-  const auto a = cbtr::list_surface(*stock.tree), b = cbtr::list_surface(*back);
-  ASSERT_EQ(a.size(), b.size());
-  for (std::size_t i = 0; i < a.size(); ++i) EXPECT_EQ(a[i].v, b[i].v);
-  cube_tree__delete(back);
-  std::filesystem::remove(file);
 }
 
 }  // namespace
