@@ -31,8 +31,8 @@ void check(const mill::program_t& program, const mill::interp_options_t& options
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view text(reinterpret_cast<const char*>(data), size);
   mill::interp_options_t options;
-  options.max_steps = 100'000;
-  options.max_moves = 100'000;
+  options.max_steps = 10'000;
+  options.max_moves = 10'000;
   try {
     check(mill::run_ngc(text, "fuzz.ngc", options), options);
   } catch (const mill::source_error_t&) {
