@@ -20,11 +20,13 @@ geom::vec3d rotate_about(const geom::vec3d& v, const geom::vec3d& a, double angl
 
 }  // namespace
 
-geom::vec3d rotate_z(const geom::vec3d& v, double angle) {
-  const double c = std::cos(angle);
-  const double s = std::sin(angle);
-  return {v.x * c - v.y * s, v.x * s + v.y * c, v.z};
-}
+namespace {
+
+geom::vec3d turn_z(const geom::vec3d& v, double c, double s) { return {v.x * c - v.y * s, v.x * s + v.y * c, v.z}; }
+
+}  // namespace
+
+geom::vec3d rotate_z(const geom::vec3d& v, double angle) { return turn_z(v, std::cos(angle), std::sin(angle)); }
 
 geom::vec3d on_edge(const edge_point_t& p) { return {p.r * std::cos(p.theta), p.r * std::sin(p.theta), p.z}; }
 
@@ -56,7 +58,9 @@ edge_frame_t bottom_frame(const edge_point_t& lo, const edge_point_t& up, double
 }
 
 edge_frame_t rotate_z(const edge_frame_t& f, double angle) {
-  return {rotate_z(f.t, angle), rotate_z(f.c, angle), rotate_z(f.b, angle), rotate_z(f.s, angle)};
+  const double c = std::cos(angle);
+  const double s = std::sin(angle);
+  return {turn_z(f.t, c, s), turn_z(f.c, c, s), turn_z(f.b, c, s), turn_z(f.s, c, s)};
 }
 
 }  // namespace mech
