@@ -16,6 +16,8 @@
 #include "disp/gl_loader.h"
 #include "geom/fraction_unlimited.h"
 #include "geom/topo_stl3wfr.h"
+#include "milling/milling_engagement.h"
+#include "milling/milling_physics.h"
 
 #ifdef __cplusplus
 #include "cbtr/cached_tris.h"
@@ -28,6 +30,7 @@
 #include "geom/topo_stl3d.h"
 #include "mech/apt_derivative_t.h"
 #include "mech/apt_t.h"
+#include "milling/milling_contours.h"
 #endif
 
 #endif

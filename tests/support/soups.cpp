@@ -55,6 +55,21 @@ std::vector<geom::stl_tri_t> box_soup(double x0, double y0, double z0, double x1
   return out;
 }
 
+std::vector<geom::stl_tri_t> cylinder_soup(double cx, double cy, double radius, double z0, double z1, int sides) {
+  std::vector<geom::stl_tri_t> out;
+  const point bottom{cx, cy, z0}, top{cx, cy, z1};
+  for (int i = 0; i < sides; ++i) {
+    const double a0 = 2 * std::numbers::pi * i / sides, a1 = 2 * std::numbers::pi * (i + 1) / sides;
+    const point b0{cx + radius * std::cos(a0), cy + radius * std::sin(a0), z0};
+    const point b1{cx + radius * std::cos(a1), cy + radius * std::sin(a1), z0};
+    const point t0{b0[0], b0[1], z1}, t1{b1[0], b1[1], z1};
+    add_quad(out, b0, b1, t1, t0);
+    out.push_back(make_tri(bottom, b1, b0));
+    out.push_back(make_tri(top, t0, t1));
+  }
+  return out;
+}
+
 std::vector<geom::stl_tri_t> gable_soup(double x0, double y0, double z0, double x1, double y1, double z_eave,
                                         double z_ridge) {
   std::vector<geom::stl_tri_t> out;

@@ -26,6 +26,10 @@ std::vector<geom::stl_tri_t> step_block_soup(double x0, double y0, double z0, do
 std::vector<geom::stl_tri_t> gable_soup(double x0, double y0, double z0, double x1, double y1, double z_eave,
                                         double z_ridge);
 
+// Cylinder about the z axis through (cx, cy), from z0 to z1, with the
+// given number of sides: a flat end mill's body.
+std::vector<geom::stl_tri_t> cylinder_soup(double cx, double cy, double radius, double z0, double z1, int sides);
+
 // Torus around the z axis with rings x sides quads of two triangles each.
 std::vector<geom::stl_tri_t> torus_soup(double r_major, double r_minor, int rings, int sides);
 
