@@ -23,6 +23,7 @@
 #include "cbtr/cached_tris.h"
 #include "cbtr/geom_compare.h"
 #include "cbtr/substraction.h"
+#include "disp/drawing.h"
 #include "disp/render_state.h"
 #include "geom/Stl3d.h"
 #include "geom/derivative_cached_tri3d.h"

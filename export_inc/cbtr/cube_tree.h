@@ -21,9 +21,15 @@ namespace geom {
 struct stl3d_t;
 }
 typedef geom::stl3d_t stl3d_t;
+namespace disp {
+class bind;
+}
+typedef disp::bind cube_tree_bind_t;
 #else
 typedef struct cube_tree_t cube_tree_t;
 typedef struct stl3d_t stl3d_t;
+/* The display's render state (disp/render_state.h), opaque to C. */
+typedef struct cube_tree_bind_t cube_tree_bind_t;
 #endif
 
 QV_EXTERN_C_BEGIN
@@ -151,6 +157,15 @@ QV_API void cube_tree__ExpandToBox3d(cube_tree_t* tree, double* box) QV_NOEXCEPT
    elements 12 to 14): its eight corners are moved, then box grows by them.
    Nothing happens when any pointer is null. */
 QV_API void cube_tree__ExpandToBox3dByMat(cube_tree_t* tree, double* box, const double* mat) QV_NOEXCEPT;
+
+/* Draws tree moved by mat (applied before the current top of b's stack), at
+   the depth of cells that the view affords: a far view draws a few coarse
+   cells, a near one the fine cells in view, and detail grows only after ten
+   frames of this thread asked for it, so that it does not flicker. Cell
+   drawings live in the process-wide drawing cache (cbtr/cbtr_cache.h).
+   Needs a GL context locked; another thread may cut tree meanwhile. Nothing
+   happens when any pointer is null. */
+QV_API void cube_tree__RenderByMat(cube_tree_t* tree, cube_tree_bind_t* b, const double* mat) QV_NOEXCEPT;
 
 QV_EXTERN_C_END
 

@@ -27,6 +27,9 @@
 namespace geom {
 struct mat4d;
 }
+namespace disp {
+class bind;
+}
 namespace cbtr {
 class substraction_t;
 class addition_t;
@@ -80,6 +83,13 @@ QV_API double addition__GetContactContourArea(const addition_t* a) noexcept;
 /* Grows box (six doubles: min xyz, max xyz) by every contour point. */
 QV_API void substraction_GetExpandToBox3d(substraction_t* s, double* box) noexcept;
 QV_API void addition_GetExpandToBox3d(addition_t* a, double* box) noexcept;
+
+/* Draws the contact polygons, each closed, as lines in b's colour; nothing
+   for a result without contours, or a null result or bind. Needs a GL
+   context locked. The drawing is made at the first call and kept with the
+   result. */
+QV_API void substraction_Render(substraction_t* s, disp::bind* b) noexcept;
+QV_API void addition_Render(addition_t* a, disp::bind* b) noexcept;
 
 /* Null-safe. */
 QV_API void substraction__dtor(substraction_t* s) noexcept;

@@ -17,6 +17,9 @@ template <class T>
 class topo_stl3;
 struct mat4d;
 }  // namespace geom
+namespace disp {
+class bind;
+}
 typedef geom::topo_stl3<double> topo_stl3d;
 
 extern "C" {
@@ -55,6 +58,16 @@ QV_API void topo_stl3d__set_round_cos(topo_stl3d* mesh, double round_cos) noexce
    moved by mat. */
 QV_API void topo_stl3d__expand_to_box3d(topo_stl3d* mesh, double* box) noexcept;
 QV_API void topo_stl3d__expand_to_box3d_by_mat(topo_stl3d* mesh, double* box, const geom::mat4d* mat) noexcept;
+
+/* Draws the mesh: its feature lines (borders, and creases sharper than
+   round_cos) in black, then its faces in b's colour, smoothly shaded. The
+   drawings are made at the first render and kept: round_cos set later has
+   no visible effect. Needs a GL context locked; null draws nothing. */
+QV_API void topo_stl3d__render(topo_stl3d* mesh, disp::bind* b) noexcept;
+/* The same moved by mat (applied before the current top of b's stack). */
+QV_API void topo_stl3d__render_by_mat(topo_stl3d* mesh, disp::bind* b, const geom::mat4d* mat) noexcept;
+/* The feature lines alone, in b's colour. */
+QV_API void topo_stl3d__render_edges(topo_stl3d* mesh, disp::bind* b) noexcept;
 }
 
 #endif

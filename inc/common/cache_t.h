@@ -56,13 +56,16 @@ class lru_cache_t {
   lru_cache_t& operator=(const lru_cache_t&) = delete;
 
   // Makes entry the newest. An entry not yet listed first evicts the oldest
-  // entries while the total is over the cap.
+  // entries while the total is over the cap. Evicted entries are let go
+  // after the lock is released, since a payload's destructor may wait for
+  // other locks (a drawing's for the GL context).
   void touch(const std::shared_ptr<cache_entry_base_t>& entry) {
+    std::list<std::shared_ptr<cache_entry_base_t>> evicted;
     const std::lock_guard lock(_mutex);
     if (!entry->_listed) {
       while (_used > _cap && !_list.empty()) {
         _unlist(*_list.front());
-        _list.pop_front();
+        evicted.splice(evicted.end(), _list, _list.begin());
       }
     } else {
       _used -= entry->cost;
@@ -77,9 +80,10 @@ class lru_cache_t {
   // the next inserts evict against it until it has been worked off: clearing
   // is meant to free memory at once, not to grant a fresh budget.
   void clear() {
+    std::list<std::shared_ptr<cache_entry_base_t>> dropped;
     const std::lock_guard lock(_mutex);
     for (const auto& entry : _list) entry->_listed = false;
-    _list.clear();
+    dropped.swap(_list);
   }
 
   // Takes effect at the next insert.

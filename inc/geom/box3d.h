@@ -8,6 +8,7 @@
 #include <array>
 #include <limits>
 
+#include "geom/mat4d.h"
 #include "geom/vec3.h"
 
 namespace geom {
@@ -31,5 +32,8 @@ struct box3d {
   bool is_empty() const { return !(v[0] <= v[3]); }
 };
 static_assert(sizeof(box3d) == 6 * sizeof(double), "boxes cross the boundary as doubles");
+
+// The box around b's eight corners moved by m; empty for an empty b.
+box3d moved_box(const box3d& b, const mat4d& m);
 
 }  // namespace geom

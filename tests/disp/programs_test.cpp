@@ -16,62 +16,11 @@
 #include "disp/pick_packing.h"
 #include "disp/programs.h"
 #include "gl_test_support.h"
+#include "pick_target.h"
 
 namespace {
 
 constexpr int side = 8;
-
-// An off-screen target as a viewer has one: RGBA colour at attachment 0,
-// 32-bit ids at attachment 1.
-class pick_target_t {
- public:
-  pick_target_t() {
-    glGenTextures(2, _tex.data());
-    glBindTexture(GL_TEXTURE_2D, _tex[0]);
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, side, side, 0, GL_RGBA, GL_UNSIGNED_BYTE, nullptr);
-    glBindTexture(GL_TEXTURE_2D, _tex[1]);
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_R32UI, side, side, 0, GL_RED_INTEGER, GL_UNSIGNED_INT, nullptr);
-    glBindTexture(GL_TEXTURE_2D, 0);
-    glGenFramebuffers(1, &_fbo);
-    glBindFramebuffer(GL_FRAMEBUFFER, _fbo);
-    glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, _tex[0], 0);
-    glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT1, GL_TEXTURE_2D, _tex[1], 0);
-    const GLenum targets[] = {GL_COLOR_ATTACHMENT0, GL_COLOR_ATTACHMENT1};
-    glDrawBuffers(2, targets);
-    glViewport(0, 0, side, side);
-    complete = glCheckFramebufferStatus(GL_FRAMEBUFFER) == GL_FRAMEBUFFER_COMPLETE;
-    const GLfloat black[] = {0, 0, 0, 0};
-    const GLuint no_id[] = {0xFFFFFFFFu, 0, 0, 0};
-    glClearBufferfv(GL_COLOR, 0, black);
-    glClearBufferuiv(GL_COLOR, 1, no_id);
-  }
-
-  ~pick_target_t() {
-    glBindFramebuffer(GL_FRAMEBUFFER, 0);
-    glDeleteFramebuffers(1, &_fbo);
-    glDeleteTextures(2, _tex.data());
-  }
-
-  std::array<int, 3> colour() const {
-    std::array<std::uint8_t, 4> px = {};
-    glReadBuffer(GL_COLOR_ATTACHMENT0);
-    glReadPixels(side / 2, side / 2, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, px.data());
-    return {px[0], px[1], px[2]};
-  }
-
-  std::uint32_t id() const {
-    std::uint32_t value = 0;
-    glReadBuffer(GL_COLOR_ATTACHMENT1);
-    glReadPixels(side / 2, side / 2, 1, 1, GL_RED_INTEGER, GL_UNSIGNED_INT, &value);
-    return value;
-  }
-
-  bool complete = false;
-
- private:
-  GLuint _fbo = 0;
-  std::array<GLuint, 2> _tex = {};
-};
 
 struct vertex_t {
   float pos[3];
@@ -151,7 +100,7 @@ class ProgramsTest : public ::testing::Test {
   void SetUp() override {
     if (!disp_test::gl_skip_reason().empty()) return;
     _torch = std::make_unique<disp::disp_torch>();
-    _target = std::make_unique<pick_target_t>();
+    _target = std::make_unique<test_support::pick_target_t>(side, side);
   }
   void TearDown() override {
     if (!_torch) return;
@@ -162,11 +111,11 @@ class ProgramsTest : public ::testing::Test {
 
   bool has_context() const { return _torch != nullptr; }
 
-  const pick_target_t& target() const { return *_target; }
+  const test_support::pick_target_t& target() const { return *_target; }
 
  private:
   std::unique_ptr<disp::disp_torch> _torch;
-  std::unique_ptr<pick_target_t> _target;
+  std::unique_ptr<test_support::pick_target_t> _target;
 };
 
 TEST_F(ProgramsTest, AllFiveAreBuiltAndLinked) {

@@ -14,11 +14,12 @@
 
 #include "cbtr/cache/recent_depths_t.h"
 #include "cbtr/model/cube_node_t.h"
-#include "geom/IBoxable.h"
+#include "common/relaxed_t.h"
+#include "disp/IDisplayee.h"
 
 namespace cbtr {
 
-class cube_tree_t : public geom::IBoxable {
+class cube_tree_t : public disp::IDisplayee {
  public:
   // An empty stock (null root) with cells down to depth resolution; 0 means
   // not set.
@@ -37,7 +38,13 @@ class cube_tree_t : public geom::IBoxable {
   // The same box with its corners moved by mat, merged into box.
   void expand_to_box3d(geom::box3d* box, const geom::mat4d* mat) override;
 
-  std::uint32_t resolution = 0;
+  // The cells at the depth the view affords, each through its cached
+  // drawing; see cache/draw_tree.
+  using disp::IDisplayee::display;
+  void display(disp::bind* b) override;
+
+  // Raised by a step while a display thread may read it.
+  common::relaxed_t<std::uint32_t> resolution = 0;
   std::atomic<std::shared_ptr<cube_node_t>> root;
   recent_depths_t recent_depths;  // of the views that draw this tree
 };

@@ -16,14 +16,14 @@
 #include <memory>
 
 #include "common/pointer_hash_set.h"
-#include "geom/IBoxable.h"
+#include "disp/IDisplayee.h"
 #include "geom/stl3d_t.h"
 #include "geom/topo/topo_elements3.h"
 
 namespace geom {
 
 template <class T>
-class topo_stl3 : public IBoxable {
+class topo_stl3 : public disp::IDisplayee {
  public:
   using point_t = topo_point3<T>;
   using line_t = topo_line3<T>;
@@ -67,7 +67,16 @@ class topo_stl3 : public IBoxable {
   void expand_to_box3d(box3d* out) override;
   void expand_to_box3d(box3d* out, const mat4d* mat) override;
 
+  // Feature lines in black, then the faces in b's colour. A mesh is drawn
+  // by one thread.
+  using disp::IDisplayee::display;
+  void display(disp::bind* b) override;
+  // The feature lines alone, in b's colour.
+  void display_edges(disp::bind* b);
+
  private:
+  void _make_drawings();
+
   void _build(const double* records, std::size_t count);
   point_t* _point_at(T x, T y, T z);
   // Lines are found through their start point's short list rather than a
@@ -84,6 +93,7 @@ class topo_stl3 : public IBoxable {
   T _round_cos = default_round_cos;
   T _round_cos_sq = default_round_cos * default_round_cos;
   std::unique_ptr<box3d> _box;
+  std::shared_ptr<disp::IDisplayee> _edge_drawing, _face_drawing;
 };
 
 extern template class topo_stl3<double>;

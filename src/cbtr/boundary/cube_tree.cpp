@@ -156,4 +156,8 @@ void cube_tree__ExpandToBox3dByMat(cube_tree_t* tree, double* box, const double*
   if (tree && box && mat)
     tree->expand_to_box3d(reinterpret_cast<geom::box3d*>(box), reinterpret_cast<const geom::mat4d*>(mat));
 }
+
+void cube_tree__RenderByMat(cube_tree_t* tree, cube_tree_bind_t* b, const double* mat) noexcept {
+  if (tree && b && mat) tree->display(b, reinterpret_cast<const geom::mat4d*>(mat));
+}
 }

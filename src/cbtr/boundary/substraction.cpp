@@ -120,6 +120,13 @@ void addition_GetExpandToBox3d(addition_t* a, double* box) noexcept {
   if (a && box) a->expand_to_box3d(reinterpret_cast<geom::box3d*>(box));
 }
 
+void substraction_Render(substraction_t* s, disp::bind* b) noexcept {
+  if (s && b) s->display(b);
+}
+void addition_Render(addition_t* a, disp::bind* b) noexcept {
+  if (a && b) a->display(b);
+}
+
 void substraction__dtor(substraction_t* s) noexcept { delete s; }
 void addition__dtor(addition_t* a) noexcept { delete a; }
 }

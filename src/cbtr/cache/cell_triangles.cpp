@@ -1,5 +1,6 @@
 #include "cbtr/cache/cell_triangles.h"
 
+#include "cbtr/cache/cached_in_node.h"
 #include "cbtr/cache/cell_caches.h"
 #include "cbtr/model/cell_surface.h"
 #include "cbtr/model/tree_walk.h"
@@ -18,19 +19,7 @@ std::shared_ptr<tri_entry_t> build_entry(const cube_node_t& node) {
 
 std::shared_ptr<const tri_entry_t> cell_triangles(const cube_node_t& node) {
   if (node.kind & (kind_air | kind_solid)) return nullptr;
-  std::weak_ptr<tri_entry_t> seen = node.tri_cache.load();
-  if (std::shared_ptr<tri_entry_t> hit = seen.lock()) {
-    tris_cache().touch(hit);
-    return hit;
-  }
-  const std::shared_ptr<tri_entry_t> made = build_entry(node);
-  // Install unless another thread has installed a live entry meanwhile; an
-  // expired one is replaced like an empty slot.
-  while (!node.tri_cache.compare_exchange_weak(seen, made)) {
-    if (std::shared_ptr<tri_entry_t> other = seen.lock()) return other;
-  }
-  tris_cache().touch(made);
-  return made;
+  return cached_in_node(node.tri_cache, tris_cache(), [&node] { return build_entry(node); });
 }
 
 std::vector<cube_tri_t> list_surface(const cube_tree_t& tree) {

@@ -23,8 +23,7 @@ class view_counter_t {
     const int d = node.depth();
     if (_count[d] > _limit) return;
     if (tested) {
-      const double centre[3] = {lattice_to_model(node.x), lattice_to_model(node.y), lattice_to_model(node.z)};
-      const int relation = _test(centre, sqrt3 * grid_width(d));
+      const int relation = cell_view_relation(node, _test);
       if (relation == 0) return;
       tested = relation == 1;
     }
@@ -47,6 +46,11 @@ class view_counter_t {
 };
 
 }  // namespace
+
+int cell_view_relation(const cube_node_t& node, const view_test_t& test) {
+  const double centre[3] = {lattice_to_model(node.x), lattice_to_model(node.y), lattice_to_model(node.z)};
+  return test(centre, sqrt3 * grid_width(node.depth()));
+}
 
 int view_depth(const cube_tree_t& tree, const view_test_t& test, std::uint64_t limit) {
   view_counter_t counter(test, limit);

@@ -36,8 +36,7 @@ void cube_tree_t::expand_to_box3d(geom::box3d* box) {
 void cube_tree_t::expand_to_box3d(geom::box3d* box, const geom::mat4d* mat) {
   geom::box3d own;
   expand_to_box3d(&own);
-  if (own.is_empty()) return;
-  for (int k = 0; k < 8; ++k) box->expand(mat->apply(box_corner(own.v, k)));
+  box->expand(geom::moved_box(own, *mat));
 }
 
 }  // namespace cbtr

@@ -349,7 +349,7 @@ step_outcome_t run_on_stock(cube_tree_t& tree, step_runner_t& runner, std::span<
 std::uint32_t step_limit(cube_tree_t& tree, double grid_width) {
   if (grid_width == 0.0) grid_width = tree.grid_width();
   const auto limit = static_cast<std::uint32_t>(resolution_from_width(grid_width));
-  tree.resolution = std::max(tree.resolution, limit);
+  tree.resolution = std::max<std::uint32_t>(tree.resolution, limit);
   return limit;
 }
 

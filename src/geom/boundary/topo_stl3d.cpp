@@ -51,4 +51,16 @@ void topo_stl3d__expand_to_box3d(topo_stl3d* mesh, double* box) noexcept {
 void topo_stl3d__expand_to_box3d_by_mat(topo_stl3d* mesh, double* box, const geom::mat4d* mat) noexcept {
   if (mesh && box && mat) mesh->expand_to_box3d(reinterpret_cast<geom::box3d*>(box), mat);
 }
+
+void topo_stl3d__render(topo_stl3d* mesh, disp::bind* b) noexcept {
+  if (mesh && b) mesh->display(b);
+}
+
+void topo_stl3d__render_by_mat(topo_stl3d* mesh, disp::bind* b, const geom::mat4d* mat) noexcept {
+  if (mesh && b && mat) mesh->display(b, mat);
+}
+
+void topo_stl3d__render_edges(topo_stl3d* mesh, disp::bind* b) noexcept {
+  if (mesh && b) mesh->display_edges(b);
+}
 }
