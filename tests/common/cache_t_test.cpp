@@ -27,6 +27,10 @@ TEST(LruCache, InsertsEvictOldestFirstOnlyWhileTheTotalIsOverTheCap) {
   cache.touch(d);  // 70 is within the cap: nothing goes
   EXPECT_EQ(cache.size(), 3u);
   EXPECT_EQ(cache.used_bytes(), 80u);
+  auto e = entry("e", 20), f = entry("f", 1);
+  cache.touch(e);
+  cache.touch(f);  // 100 is exactly the cap, not over it: nothing goes
+  EXPECT_EQ(cache.size(), 5u);
 }
 
 TEST(LruCache, TouchingAListedEntryMakesItNewestWithoutEvictingOrRecharging) {

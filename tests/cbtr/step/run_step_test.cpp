@@ -241,17 +241,4 @@ TEST(MachiningStep, AToolWhoseRoofStaysAboveAFloorStillTakesTheFloorItHolds) {
               chamfer_bound(w, 3.4, 3.6, 3.05));
 }
 
-TEST(MachiningStep, RepeatingACutTouchesNothingUnlessTouchesCount) {
-  // Floors and walls on cell faces (4.0, 2.0) and inside cells (4.05, 2.2).
-  for (const std::array<double, 6>& pocket :
-       {std::array<double, 6>{2.0, 2.0, 4.0, 6.0, 6.0, 9.0}, std::array<double, 6>{2.2, 2.2, 4.05, 6.2, 6.2, 9.0}}) {
-    stock_t stock(block, 0.5);
-    ASSERT_TRUE(stock.cut(pocket, 0.5));
-    const double after_first = stock.volume();
-    EXPECT_FALSE(stock.cut(pocket, 0.5)) << pocket[2];
-    EXPECT_NEAR(stock.volume(), after_first, 1e-9 * after_first);
-    EXPECT_EQ(stock.closure().open_lines, 0u);
-  }
-}
-
 }  // namespace
