@@ -14,6 +14,7 @@
 #include "cbtr/inspect/surface_export.h"
 #include "cbtr/io/cube_tree_file.h"
 #include "cbtr/model/cube_tree_t.h"
+#include "geom/coordinate_limit.h"
 
 namespace {
 
@@ -85,6 +86,7 @@ cube_tree_t* cube_tree__new(const stl3d_t* stl, double grid_width, const stop_to
 cube_tree_t* cube_tree__new_with_defect_infos(const stl3d_t* stl, double grid_width, const stop_token* stop,
                                               report_progress progress, defect_info_fn fn) noexcept {
   if (!stl || !(grid_width > 0) || !std::isfinite(grid_width)) return nullptr;
+  if (!geom::records_within_limit(stl->tris)) return nullptr;
   try {
     forwarding_monitor_t monitor(progress);
     defect_forwarder_t defects(fn);
@@ -97,7 +99,7 @@ cube_tree_t* cube_tree__new_with_defect_infos(const stl3d_t* stl, double grid_wi
 }
 
 void cube_tree__get_tris(const cube_tree_t* tree, double width, cube_tree_tri_fn fn) noexcept {
-  if (!tree || !fn) return;
+  if (!tree || !fn || !(width >= 0)) return;
   try {
     for (const std::array<double, 12>& record : cbtr::surface_records(*tree, width)) fn(record.data());
   } catch (const std::bad_alloc&) {
@@ -107,7 +109,7 @@ void cube_tree__get_tris(const cube_tree_t* tree, double width, cube_tree_tri_fn
 
 void cube_tree__get_rgb_tris(const cube_tree_t* tree, double width, cube_tree_rgb_tris_fn fn) noexcept {
   static_assert(sizeof(rgb_tri) == 15 * sizeof(double), "triangles cross the boundary as doubles");
-  if (!tree || !fn) return;
+  if (!tree || !fn || !(width >= 0)) return;
   try {
     const std::vector<std::array<double, 15>> records = cbtr::coloured_surface_records(*tree, width);
     fn(reinterpret_cast<const rgb_tri*>(records.data()), records.size());

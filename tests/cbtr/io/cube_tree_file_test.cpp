@@ -3,16 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <bit>
-#include <cmath>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <random>
 #include <sstream>
 #include <streambuf>
 
 #include "cbtr/cube_tree.h"
-#include "cbtr/model/tree_walk.h"
 #include "hand_trees.h"
 
 namespace {
@@ -51,29 +48,10 @@ void expect_same_cells(const cube_node_t& a, const cube_node_t& b) {
   }
 }
 
-struct tree_shape_t {
-  int cells = 0;
-  int deepest = 0;
-};
-
-tree_shape_t shape_of(const cube_tree_t& tree) {
-  tree_shape_t shape;
-  for_each_node(tree, [&shape](const cube_node_t& node) {
-    ++shape.cells;
-    shape.deepest = std::max(shape.deepest, node.depth());
-  });
-  return shape;
-}
-
 std::string le_bytes(std::uint64_t value, int n) {
   std::string out;
   for (int i = 0; i < n; ++i) out.push_back(static_cast<char>(value >> (8 * i)));
   return out;
-}
-
-std::string branch_record(std::uint32_t mask) {
-  return le_bytes(kind_branch, 4) + le_bytes(corners_all_solid, 4) + le_bytes(0, 8) + std::string(96, '\0') +
-         le_bytes(mask, 2);
 }
 
 // --- Layout ---------------------------------------------------------------
@@ -101,16 +79,6 @@ TEST(CubeTreeFileLayout, BranchRecordsCarryAMaskAndTheirChildrenInSlotOrder) {
   EXPECT_EQ(bytes.substr(116, 2), le_bytes(0b01000010, 2));
   EXPECT_EQ(bytes.substr(118, 4), le_bytes(kind_air, 4));
   EXPECT_EQ(bytes.substr(134, 4), le_bytes(kind_solid, 4));
-}
-
-TEST(CubeTreeFileLayout, EmptyTreeWritesItsResolutionAloneAndReadsBackUnset) {
-  const cube_tree_t empty(9);
-  const std::string bytes = dump(empty);
-  EXPECT_EQ(bytes, le_bytes(9, 4));
-  const auto back = load(bytes);
-  EXPECT_EQ(back->resolution, 9u);
-  ASSERT_NE(back->root.load(), nullptr);
-  EXPECT_EQ(back->root.load()->kind, kind_unset);
 }
 
 // A stream buffer that notes how much had been written at each flush.
@@ -189,75 +157,6 @@ TEST(CubeTreeFileRoundTrip, SharedAttachmentIdsShareOneNewAttachment) {
   EXPECT_EQ(back_kids[1]->attachment, nullptr);
   // Without a map every id is dropped.
   EXPECT_EQ(snapshot_children(*load(dump(*tree))->root.load())[0]->attachment, nullptr);
-}
-
-// --- Short and foreign files ----------------------------------------------
-
-TEST(CubeTreeFileShort, FourByteFileGivesAnUnsetRootWithNaNTips) {
-  const auto tree = load(le_bytes(12, 4));
-  EXPECT_EQ(tree->resolution, 12u);
-  const auto root = tree->root.load();
-  ASSERT_NE(root, nullptr);
-  EXPECT_EQ(root->kind, kind_unset);
-  EXPECT_EQ(root->children.load(), nullptr);
-  for (int e = 0; e < 12; ++e) EXPECT_TRUE(std::isnan(root->tips[e]));
-}
-
-TEST(CubeTreeFileShort, EveryTruncationReadsAsTheFileFollowedByZeros) {
-  const std::string bytes = dump(*quvra_test::mixed_tree());
-  for (std::size_t n = 0; n <= bytes.size(); ++n) {
-    const auto tree = load(bytes.substr(0, n));
-    ASSERT_NE(tree->root.load(), nullptr);
-    // Written again, the tree starts with exactly the bytes that were there.
-    const std::string again = dump(*tree);
-    ASSERT_GE(again.size(), n);
-    EXPECT_EQ(again.substr(0, n), bytes.substr(0, n)) << "cut at " << n;
-    EXPECT_LE(shape_of(*tree).cells, shape_of(*quvra_test::mixed_tree()).cells) << n;
-  }
-}
-
-TEST(CubeTreeFileShort, EveryTruncatedFileOpensThroughTheBoundary) {
-  const std::string bytes = dump(*quvra_test::full_tree());
-  const char* path = "truncated.cbt";
-  for (std::size_t n = 0; n <= bytes.size(); n += 7) {
-    std::ofstream(path, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(n));
-    cube_tree_t* tree = cube_tree__new_by_file(path);
-    ASSERT_NE(tree, nullptr) << n;
-    EXPECT_EQ(tree->resolution, n >= 4 ? 2u : 0u);
-    cube_tree__delete(tree);
-  }
-}
-
-TEST(CubeTreeFileForeign, BranchesAtEveryLevelStopAtTheFinestDepth) {
-  // Forty nested branches, each claiming all eight children.
-  std::string bytes = le_bytes(26, 4);
-  for (int level = 0; level < 40; ++level) bytes += branch_record(0xFFFF);
-  const auto tree = load(bytes);
-  const tree_shape_t shape = shape_of(*tree);
-  EXPECT_EQ(shape.deepest, max_depth);
-  // The branches at depths 0 to 25 with eight children each; the record at
-  // depth 26 ends the read, so the siblings that follow read as unset.
-  EXPECT_EQ(shape.cells, 1 + 26 * 8);
-  int unset = 0;
-  for_each_node(*tree, [&unset](const cube_node_t& n) { unset += n.kind == kind_unset; });
-  EXPECT_EQ(unset, 1 + 25 * 7 + 7);
-}
-
-TEST(CubeTreeFileForeign, RandomBytesGiveBoundedTreesOfValidShape) {
-  std::mt19937_64 rng(20240611);
-  for (int round = 0; round < 300; ++round) {
-    std::string bytes(rng() % 4096, '\0');
-    for (char& b : bytes) b = static_cast<char>(rng());
-    // Every tenth file claims children all the way down.
-    if (round % 10 == 0)
-      for (std::size_t at = 4; at + 114 <= bytes.size(); at += 114)
-        bytes.replace(at, 114, branch_record(static_cast<std::uint32_t>(rng())));
-    const auto tree = load(bytes);
-    const tree_shape_t shape = shape_of(*tree);
-    EXPECT_LE(shape.deepest, max_depth);
-    // At most eight cells per record that a file can hold, and the root.
-    EXPECT_LE(static_cast<std::size_t>(shape.cells), 1 + 8 * (bytes.size() / 16 + 1));
-  }
 }
 
 // --- Boundary -------------------------------------------------------------
