@@ -14,8 +14,8 @@ namespace {
 
 // A closed cube of edge 2 around the origin, as twelve-double records.
 stl3d_t* new_cube_tool() {
-  static const std::array<std::array<double, 3>, 8> corner = {{
-      {-1, -1, -1}, {1, -1, -1}, {-1, 1, -1}, {1, 1, -1}, {-1, -1, 1}, {1, -1, 1}, {-1, 1, 1}, {1, 1, 1}}};
+  static const std::array<std::array<double, 3>, 8> corner = {
+      {{-1, -1, -1}, {1, -1, -1}, {-1, 1, -1}, {1, 1, -1}, {-1, -1, 1}, {1, -1, 1}, {-1, 1, 1}, {1, 1, 1}}};
   static const int faces[12][3] = {{0, 2, 1}, {1, 2, 3}, {4, 5, 6}, {5, 7, 6}, {0, 1, 4}, {1, 5, 4},
                                    {2, 6, 3}, {3, 6, 7}, {0, 4, 2}, {2, 4, 6}, {1, 3, 5}, {3, 7, 5}};
   double records[12 * 12] = {};

@@ -20,9 +20,9 @@ namespace fs = std::filesystem;
 namespace {
 
 void write_stl_seeds(const fs::path& out) {
-  const std::vector<std::vector<geom::stl_tri_t>> soups = {
-      quvra_test::box_soup(0, 0, 0, 1, 2, 3), quvra_test::sphere_soup(2.5, 4, 6),
-      quvra_test::gable_soup(-1, -1, 0, 1, 1, 1, 1.5)};
+  const std::vector<std::vector<geom::stl_tri_t>> soups = {quvra_test::box_soup(0, 0, 0, 1, 2, 3),
+                                                           quvra_test::sphere_soup(2.5, 4, 6),
+                                                           quvra_test::gable_soup(-1, -1, 0, 1, 1, 1, 1.5)};
   for (std::size_t i = 0; i < soups.size(); ++i) {
     const std::string name = "soup" + std::to_string(i) + ".stl";
     quvra_test::write_binary_stl((out / "fuzz_stl_binary" / name).string(), soups[i]);

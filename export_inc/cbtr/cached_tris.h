@@ -24,7 +24,8 @@ extern "C" {
 /* The tool mesh at the pose mat, its vertices snapped to the grid.
    Triangles that collapse on the grid are left out. Owned by the caller,
    free with delete_cached_tris. Null for a null mesh or pose, a pose with a
-   NaN or an infinity, a resolution that is not a positive number, or when
+   NaN, an infinity or an entry beyond 1e6 in magnitude, a mesh whose placed
+   points reach beyond 1e6, a resolution below 2^-48 or not finite, or when
    memory runs out. The mesh is only read. */
 QV_API cached_tris_t* new_stationary_cached_tris(topo_stl3d* mesh, const double* mat, double resolution) noexcept;
 

@@ -42,7 +42,8 @@ typedef void (*report_progress)(const progress_monitor_t* monitor);
    with cells no wider than grid_width model units. Owned by the caller, free
    with cube_tree__delete. A stop requested on stop (may be null) ends the
    build with an empty stock. progress may be null. Null when stl is null,
-   grid_width is not a positive number, or memory runs out. Cells that could
+   grid_width is not a positive number, a corner coordinate is NaN, infinite
+   or beyond 1e6 in magnitude, or memory runs out. Cells that could
    not be classified (open or self-overlapping soups) are counted in the log
    line "cube tree: N cells could not be classified". */
 QV_API cube_tree_t* cube_tree__new(const stl3d_t* stl, double grid_width, const stop_token* stop,
@@ -137,11 +138,14 @@ enum {
 QV_API int32_t cube_tree__write_to(const cube_tree_t* tree, const char* path) QV_NOEXCEPT;
 
 /* Reads a tree from the file at path (UTF-8). Owned by the caller, free with
-   cube_tree__delete. Null when path is null, the file can't be opened, or
-   memory runs out. The file is not checked: a short file reads as if zeros
-   followed, giving cells of unset kind, and a foreign file gives a tree of
-   whatever its bytes say, bounded by the lattice's depth and by the file's
-   size. Cells of a tree read this way have no attachments. */
+   cube_tree__delete. A file of the resolution alone reads as an empty stock.
+   Every record is checked against the format: a file that ends early, has
+   bytes after its last record, a resolution beyond 26, an unknown kind, a
+   corner word that does not fit its kind or its children, a cell deeper than
+   the resolution allows or a tip off its edge gives null and a log line that
+   says what and where. Null as well when path is null, names a directory,
+   the file can't be opened, or memory runs out. Cells of a tree read this
+   way have no attachments. */
 QV_API cube_tree_t* cube_tree__new_by_file(const char* path) QV_NOEXCEPT;
 
 /* Lets go of the cached triangles and drawings of tree's cells and raises

@@ -42,7 +42,9 @@ extern "C" {
 /* Each returns a new result owned by the caller, free with substraction__dtor
    or addition__dtor; null only when memory runs out. A null tree or tool
    gives an untouched result without contours. The stl3d forms convert the
-   soup on a grid of a thousandth of the cell width, for this call only. */
+   soup on a grid of a thousandth of the cell width, for this call only, and
+   give an untouched result as well for a corner coordinate that is NaN,
+   infinite or beyond 1e6 in magnitude, or a width below 1000 * 2^-48. */
 QV_API substraction_t* cube_tree__substract_by_cached_tris(cube_tree_t* tree, const cached_tris_t* tool,
                                                            double grid_width, bool want_contours,
                                                            bool touch_counts) noexcept;

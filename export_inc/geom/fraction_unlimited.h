@@ -51,9 +51,10 @@ QV_API fraction_unlimited_t* fraction_unlimited__new_int(int64_t i) QV_NOEXCEPT;
 /* num/den exactly as given, status 0: not reduced, not normalised, and the
    only way (with the den setters) to a negative denominator. */
 QV_API fraction_unlimited_t* fraction_unlimited__new_num_den(int64_t num, int64_t den) QV_NOEXCEPT;
-/* The simplest fraction within r of v, in lowest terms, not evaluated. r must
-   be positive unless v is NaN, infinite or smaller than r in magnitude; a
-   walk that cannot end aborts the process. */
+/* The simplest fraction within r of v, in lowest terms, not evaluated. NaN,
+   infinite v and v smaller than r in magnitude are always answered;
+   otherwise null unless r is positive, |v| < 2^53, and r >= 2^-48 where
+   |v| < 1 (the bounds within which the answer is found quickly). */
 QV_API fraction_unlimited_t* fraction_unlimited__new_val(double v, double r) QV_NOEXCEPT;
 QV_API fraction_unlimited_t* fraction_unlimited__zero(void) QV_NOEXCEPT;
 QV_API fraction_unlimited_t* fraction_unlimited__one(void) QV_NOEXCEPT;
@@ -128,7 +129,8 @@ QV_API uint16_t fraction_unlimited__get_status(const fraction_unlimited_t* f) QV
 /* Reduction and the cached double. value evaluates (packing first) and
    returns the cache; rough_value does not pack; get_eva returns the raw
    cache whatever the status says; simplify replaces the number by the
-   simplest fraction within r of its double, the one lossy operation. */
+   simplest fraction within r of its double, the one lossy operation, and
+   leaves it as it is where new_val would refuse that double and r. */
 QV_API void fraction_unlimited__pack(fraction_unlimited_t* f) QV_NOEXCEPT;
 QV_API void fraction_unlimited__evaluate(fraction_unlimited_t* f) QV_NOEXCEPT;
 QV_API double fraction_unlimited__value(fraction_unlimited_t* f) QV_NOEXCEPT;

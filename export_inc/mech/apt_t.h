@@ -36,6 +36,12 @@ class QV_API apt_t {
   double b = 0; /* flank angle, radians, from the axis */
   double h = 0; /* overall height */
 
+  /* Limits of the surfaces below: finer ones are refused with an empty
+     soup, since they would hold more triangles than memory. */
+  static constexpr int max_sides = 1 << 16;
+  static constexpr int max_arc_steps = 1 << 12;
+  static constexpr long long max_revolved_tris = 1LL << 24;
+
   apt_t() = default;
   apt_t(double d, double r, double e, double f, double a, double b, double h);
   apt_t(const apt_t& other) = default;
@@ -47,14 +53,17 @@ class QV_API apt_t {
   /* The closed surface of the tool: sides segments round the axis, and
      arc_steps segments per half turn of the corner arc. The soup is owned
      by the result. Triangles face outward; their normals are NaN, to be
-     computed from the vertices. An empty soup for sides below 3, arc_steps
-     below 1 or an outline that is not finite. */
+     computed from the vertices. An empty soup for sides below 3 or above
+     max_sides, arc_steps below 1 or above max_arc_steps, an outline that is
+     not finite, or more than max_revolved_tris triangles. */
   geom::Stl3d get_Stl3d(int sides, int arc_steps) const;
 
   /* The outline from the tip up: a pole or a ring at each point; count
      points at pairs (not kept). A point with r = 0 is a pole. The first
      ring is closed downward by a fan to the axis, the last upward; rings
-     are joined by two triangles per side. */
+     are joined by two triangles per side. An empty soup for null pairs, a
+     count below 1, sides below 3 or above max_sides, or when the surface
+     could hold more than max_revolved_tris triangles. */
   static geom::Stl3d revolve_zrs(const geom::pair_zr_t<double>* pairs, int count, int sides);
 
  private:

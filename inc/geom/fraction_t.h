@@ -154,11 +154,18 @@ fr make_fraction(big_int_t num, big_int_t den);
 
 // The simplest fraction within resolution of value: the first mediant of a
 // Stern-Brocot walk that comes that close, in lowest terms, status 1. The
-// walk takes one step per unit of the value's integer part, so callers derive
-// the resolution from the scale of the model. A resolution that is not
-// positive never ends the walk and aborts, except where the value itself
-// decides the answer (NaN, infinities, |value| < resolution).
+// walk is answered as if it took one step at a time, but a run of steps in
+// one direction is crossed at once, so its cost grows with the logarithm of
+// the value. Values and resolutions outside from_double_bounded abort: the
+// boundary refuses them before they get here.
 fr from_double(double value, double resolution);
+
+// Whether from_double answers (value, resolution) within its bounds: NaN,
+// infinite values and values below the resolution always; otherwise a
+// positive resolution and |value| below 2^53, and for |value| below 1 a
+// resolution of at least 2^-48. Within them every mediant the walk meets is
+// a pair of integers below 2^53, so its double is exact up to one rounding.
+bool from_double_bounded(double value, double resolution);
 
 // Binary arithmetic by cross multiplication, never reduced.
 fr operator+(const fr& a, const fr& b);

@@ -37,7 +37,7 @@ std::vector<geom::pair_zr_t<double>> apt_t::_get_zrs(const apt_derivative_t& der
 }
 
 geom::Stl3d apt_t::get_Stl3d(int sides, int arc_steps) const {
-  if (sides < 3 || arc_steps < 1) return {geom::stl3d_ptr(new geom::stl3d_t)};
+  if (sides < 3 || arc_steps < 1 || arc_steps > max_arc_steps) return {geom::stl3d_ptr(new geom::stl3d_t)};
   const std::vector<geom::pair_zr_t<double>> zrs = _get_zrs(apt_derivative_t(*this), arc_steps);
   for (const auto& p : zrs)
     if (!std::isfinite(p.z) || !std::isfinite(p.r)) return {geom::stl3d_ptr(new geom::stl3d_t)};

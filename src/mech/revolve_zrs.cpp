@@ -1,4 +1,5 @@
 #include <cmath>
+#include <cstdint>
 #include <limits>
 #include <numbers>
 
@@ -63,8 +64,11 @@ class revolver {
 }  // namespace
 
 geom::Stl3d apt_t::revolve_zrs(const zr* pairs, int count, int sides) {
+  // Two triangles per side for each band and cap at most.
+  const auto most_tris = 2 * static_cast<std::int64_t>(sides) * (static_cast<std::int64_t>(count) + 1);
+  if (!pairs || count < 1 || sides < 3 || sides > max_sides || most_tris > max_revolved_tris)
+    return {geom::stl3d_ptr(new geom::stl3d_t)};
   revolver rev(sides);
-  if (!pairs || count < 1 || sides < 3) return rev.take();
   // Repeated points (a sharp corner given twice) would make bands without
   // area.
   std::vector<zr> outline;

@@ -12,7 +12,9 @@
 namespace cbtr {
 
 // The depth whose cell diagonal is about width: -floor(log2(width /
-// (131072 sqrt 2))), at most 26; 26 for a width of 0.
+// (131072 sqrt 2))), from 0 (the root, also for an infinite width) to 26
+// (also for a width of 0). The width is never negative or NaN: the boundary
+// refuses those.
 int export_depth(double width);
 
 // Twelve doubles per triangle: corners, then the normal as cached (NaN

@@ -18,6 +18,7 @@
 #include <functional>
 #include <iosfwd>
 #include <memory>
+#include <string>
 #include <unordered_map>
 
 #include "cbtr/model/cube_tree_t.h"
@@ -46,22 +47,26 @@ class attachment_map_t {
 // of the dump.
 bool write_tree(std::ostream& out, const cube_tree_t& tree);
 
-// Reads a tree. Without a map every attachment id is dropped.
+// Reads a tree. Without a map every attachment id is dropped. A file of the
+// resolution alone is an empty stock.
 //
-// A stream that ends early is read as if zeros followed: the missing records
-// become cells of kind unset with no tips, and the tree stays whole in form.
-// A branch record at the finest depth, which no writer makes, ends the read
-// the same way, so a foreign file can neither drive the reader deeper than
-// the lattice nor make it allocate more than a few cells per record it
-// holds.
-std::unique_ptr<cube_tree_t> read_tree(std::istream& in, attachment_map_t* attachments);
+// Every record is checked before the tree is handed out: a known kind with
+// a corner word that fits it (every corner set, all air for an air cell, all
+// solid for a solid one, neither for a leaf), leaves no deeper than the
+// resolution and branches above it, tips that are NaN, infinite or on their
+// edge, branch corners that agree with the children, and the file ending
+// exactly after the root's record. A file that breaks any of them, ends
+// early or holds a resolution beyond 26 gives null, and fault (when given)
+// says what and at which byte.
+std::unique_ptr<cube_tree_t> read_tree(std::istream& in, attachment_map_t* attachments, std::string* fault = nullptr);
 
 // write_tree into a new or truncated binary file. False when the file can't
 // be opened or written; a file that failed midway holds part of the dump.
 bool write_tree_file(const std::filesystem::path& path, const cube_tree_t& tree);
 
 // read_tree from a binary file, without attachments. Null when the file
-// can't be opened.
+// can't be opened or is refused; a refusal or a directory is told in the
+// log.
 std::unique_ptr<cube_tree_t> read_tree_file(const std::filesystem::path& path);
 
 }  // namespace cbtr

@@ -15,6 +15,7 @@
 #include "cbtr/io/cube_tree_file.h"
 #include "cbtr/model/cube_tree_t.h"
 #include "common/forwarding_monitor_t.h"
+#include "geom/coordinate_limit.h"
 
 namespace {
 
@@ -77,6 +78,7 @@ cube_tree_t* cube_tree__new(const stl3d_t* stl, double grid_width, const stop_to
 cube_tree_t* cube_tree__new_with_defect_infos(const stl3d_t* stl, double grid_width, const stop_token* stop,
                                               report_progress progress, defect_info_fn fn) noexcept {
   if (!stl || !(grid_width > 0) || !std::isfinite(grid_width)) return nullptr;
+  if (!geom::records_within_limit(stl->tris)) return nullptr;
   try {
     common::forwarding_monitor_t monitor(progress);
     defect_forwarder_t defects(fn);
@@ -89,7 +91,7 @@ cube_tree_t* cube_tree__new_with_defect_infos(const stl3d_t* stl, double grid_wi
 }
 
 void cube_tree__get_tris(const cube_tree_t* tree, double width, cube_tree_tri_fn fn) noexcept {
-  if (!tree || !fn) return;
+  if (!tree || !fn || !(width >= 0)) return;
   try {
     for (const std::array<double, 12>& record : cbtr::surface_records(*tree, width)) fn(record.data());
   } catch (const std::bad_alloc&) {
@@ -99,7 +101,7 @@ void cube_tree__get_tris(const cube_tree_t* tree, double width, cube_tree_tri_fn
 
 void cube_tree__get_rgb_tris(const cube_tree_t* tree, double width, cube_tree_rgb_tris_fn fn) noexcept {
   static_assert(sizeof(rgb_tri) == 15 * sizeof(double), "triangles cross the boundary as doubles");
-  if (!tree || !fn) return;
+  if (!tree || !fn || !(width >= 0)) return;
   try {
     const std::vector<std::array<double, 15>> records = cbtr::coloured_surface_records(*tree, width);
     fn(reinterpret_cast<const rgb_tri*>(records.data()), records.size());

@@ -10,6 +10,7 @@
 #include "cbtr/stick_convex.h"
 #include "cbtr/tool/cached_tris_t.h"
 #include "common/new_nothrow.h"
+#include "geom/coordinate_limit.h"
 #include "geom/stl3d_t.h"
 
 namespace {
@@ -46,8 +47,10 @@ template <class Result>
 Result* run_soup(cube_tree_t* tree, const stl3d_t* soup, double grid_width, bool subtract, bool want_contours,
                  bool touch_counts) {
   if (!tree || !soup || !usable_width(grid_width)) return untouched<Result>();
+  const double width = grid_width == 0.0 ? tree->grid_width() : grid_width;
+  if (!geom::resolution_within_limit(0.001 * width) || !geom::records_within_limit(soup->tris))
+    return untouched<Result>();
   try {
-    const double width = grid_width == 0.0 ? tree->grid_width() : grid_width;
     const std::vector<cbtr::tri_extension_t> tool = cbtr::exact_records(soup->tris, 0.001 * width, nullptr, nullptr);
     return run<Result>(tree, &tool, grid_width, subtract, want_contours, touch_counts);
   } catch (const std::bad_alloc&) {

@@ -3,14 +3,16 @@
 #include <cmath>
 
 #include "cbtr/cache/cell_triangles.h"
+#include "common/check.h"
 
 namespace cbtr {
 
 int export_depth(double width) {
+  QV_CHECK(width >= 0, "export_depth: width must be a number, 0 or more");
   const double x = std::log2(width / 185363.80004736633);  // 131072 * sqrt(2)
-  if (std::isinf(x)) return max_depth;
+  if (std::isinf(x)) return x < 0 ? max_depth : 0;
   const double d = -std::floor(x);
-  return d >= 27 ? max_depth : static_cast<int>(d);
+  return d >= max_depth ? max_depth : d <= 0 ? 0 : static_cast<int>(d);
 }
 
 namespace {

@@ -25,7 +25,10 @@ double grid_width(std::uint32_t resolution) {
 }
 
 std::int32_t resolution_from_width(double w) {
-  const double levels = std::ceil(std::log2(134217728.0 / (w * 1024.0) - 1e-7));
+  const double ratio = 134217728.0 / (w * 1024.0) - 1e-7;
+  // From about 1.3e12 up the bias leaves no ratio: such widths are the root's.
+  if (ratio <= 0) return 0;
+  const double levels = std::ceil(std::log2(ratio));
   // Widths at or below the finest cell, and widths that are not numbers,
   // end at the finest depth rather than overflowing the conversion.
   if (!(levels < max_depth)) return max_depth;

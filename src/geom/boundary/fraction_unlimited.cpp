@@ -57,7 +57,9 @@ fr* fraction_unlimited__new(void) noexcept { return common::new_nothrow<fr>(); }
 fr* fraction_unlimited__new_copy(const fr* f) noexcept { return f ? new_fraction(*f) : nullptr; }
 fr* fraction_unlimited__new_int(int64_t i) noexcept { return common::new_nothrow<fr>(i); }
 fr* fraction_unlimited__new_num_den(int64_t num, int64_t den) noexcept { return common::new_nothrow<fr>(num, den); }
-fr* fraction_unlimited__new_val(double v, double r) noexcept { return new_fraction(geom::from_double(v, r)); }
+fr* fraction_unlimited__new_val(double v, double r) noexcept {
+  return geom::from_double_bounded(v, r) ? new_fraction(geom::from_double(v, r)) : nullptr;
+}
 fr* fraction_unlimited__zero(void) noexcept { return new_fraction(fr::zero()); }
 fr* fraction_unlimited__one(void) noexcept { return new_fraction(fr::one()); }
 fr* fraction_unlimited__nan(void) noexcept { return new_fraction(fr::nan()); }
@@ -138,7 +140,10 @@ double fraction_unlimited__get_eva(const fr* f) noexcept {
   return f ? f->get_eva() : std::numeric_limits<double>::quiet_NaN();
 }
 void fraction_unlimited__simplify(fr* f, double r) noexcept {
-  if (f) f->simplify(r);
+  if (!f) return;
+  fr evaluated = *f;
+  evaluated.evaluate();
+  if (geom::from_double_bounded(evaluated.eva, r)) f->simplify(r);
 }
 
 int32_t fraction_unlimited__floor_int(const fr* f) noexcept { return f ? f->floor_int() : 0; }

@@ -1,5 +1,7 @@
 #include "geom/stl3d.h"
 
+#include <vector>
+
 #include "common/new_nothrow.h"
 #include "geom/stl3d_t.h"
 
@@ -9,6 +11,8 @@ stl3d_t* stl3d__new(void) noexcept { return common::new_nothrow<geom::stl3d_t>()
 
 stl3d_t* stl3d__new_by_copy_array(const double* tris, uint64_t count) noexcept {
   if (!tris && count != 0) return nullptr;
+  // A count whose byte size overflows is more memory than there is.
+  if (count > std::vector<geom::stl_tri_t>().max_size()) return nullptr;
   return common::new_nothrow<geom::stl3d_t>(tris, static_cast<std::size_t>(count));
 }
 

@@ -3,15 +3,15 @@
 #include <cmath>
 
 #include "common/new_nothrow.h"
+#include "geom/coordinate_limit.h"
 #include "geom/topo/topo_stl3wfr_t.h"
 
 extern "C" {
 
 topo_stl3wfr_t* topo_stl3wfr__new(int32_t count, const double* tris, double resolution) noexcept {
   if (count < 0 || (count > 0 && !tris)) return nullptr;
-  // A resolution that is not a positive number would never end the walk to
-  // the nearest fraction.
-  if (!(resolution > 0) || !std::isfinite(resolution)) return nullptr;
+  if (!geom::resolution_within_limit(resolution)) return nullptr;
+  if (!geom::records_within_limit(tris, static_cast<std::size_t>(count))) return nullptr;
   return common::new_nothrow<geom::topo_stl3wfr_t>(tris, static_cast<std::size_t>(count), resolution);
 }
 

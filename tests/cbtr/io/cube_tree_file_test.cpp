@@ -4,13 +4,13 @@
 
 #include <bit>
 #include <cmath>
+#include <cstring>
+#include <filesystem>
 #include <fstream>
-#include <random>
 #include <sstream>
 #include <streambuf>
 
 #include "cbtr/cube_tree.h"
-#include "cbtr/model/tree_walk.h"
 #include "hand_trees.h"
 
 namespace {
@@ -49,29 +49,10 @@ void expect_same_cells(const cube_node_t& a, const cube_node_t& b) {
   }
 }
 
-struct tree_shape_t {
-  int cells = 0;
-  int deepest = 0;
-};
-
-tree_shape_t shape_of(const cube_tree_t& tree) {
-  tree_shape_t shape;
-  for_each_node(tree, [&shape](const cube_node_t& node) {
-    ++shape.cells;
-    shape.deepest = std::max(shape.deepest, node.depth());
-  });
-  return shape;
-}
-
 std::string le_bytes(std::uint64_t value, int n) {
   std::string out;
   for (int i = 0; i < n; ++i) out.push_back(static_cast<char>(value >> (8 * i)));
   return out;
-}
-
-std::string branch_record(std::uint32_t mask) {
-  return le_bytes(kind_branch, 4) + le_bytes(corners_all_solid, 4) + le_bytes(0, 8) + std::string(96, '\0') +
-         le_bytes(mask, 2);
 }
 
 // --- Layout ---------------------------------------------------------------
@@ -165,57 +146,6 @@ TEST(CubeTreeFileRoundTrip, SharedAttachmentIdsShareOneNewAttachment) {
   EXPECT_EQ(back_kids[1]->attachment, nullptr);
   // Without a map every id is dropped.
   EXPECT_EQ(snapshot_children(*load(dump(*tree))->root.load())[0]->attachment, nullptr);
-}
-
-// --- Short and foreign files ----------------------------------------------
-
-TEST(CubeTreeFileShort, EveryTruncationReadsAsTheFileFollowedByZeros) {
-  const std::string bytes = dump(*quvra_test::mixed_tree());
-  for (std::size_t n = 0; n <= bytes.size(); ++n) {
-    const auto tree = load(bytes.substr(0, n));
-    ASSERT_NE(tree->root.load(), nullptr);
-    // Written again, the tree starts with exactly the bytes that were there.
-    const std::string again = dump(*tree);
-    ASSERT_GE(again.size(), n);
-    EXPECT_EQ(again.substr(0, n), bytes.substr(0, n)) << "cut at " << n;
-    EXPECT_LE(shape_of(*tree).cells, shape_of(*quvra_test::mixed_tree()).cells) << n;
-  }
-  // Resolution alone: an unset root whose tips are NaN.
-  const auto root = load(le_bytes(12, 4))->root.load();
-  EXPECT_EQ(root->kind, kind_unset);
-  for (int e = 0; e < 12; ++e) EXPECT_TRUE(std::isnan(root->tips[e]));
-}
-
-TEST(CubeTreeFileForeign, BranchesAtEveryLevelStopAtTheFinestDepth) {
-  // Forty nested branches, each claiming all eight children.
-  std::string bytes = le_bytes(26, 4);
-  for (int level = 0; level < 40; ++level) bytes += branch_record(0xFFFF);
-  const auto tree = load(bytes);
-  const tree_shape_t shape = shape_of(*tree);
-  EXPECT_EQ(shape.deepest, max_depth);
-  // The branches at depths 0 to 25 with eight children each; the record at
-  // depth 26 ends the read, so the siblings that follow read as unset.
-  EXPECT_EQ(shape.cells, 1 + 26 * 8);
-  int unset = 0;
-  for_each_node(*tree, [&unset](const cube_node_t& n) { unset += n.kind == kind_unset; });
-  EXPECT_EQ(unset, 1 + 25 * 7 + 7);
-}
-
-TEST(CubeTreeFileForeign, RandomBytesGiveBoundedTreesOfValidShape) {
-  std::mt19937_64 rng(20240611);
-  for (int round = 0; round < 300; ++round) {
-    std::string bytes(rng() % 4096, '\0');
-    for (char& b : bytes) b = static_cast<char>(rng());
-    // Every tenth file claims children all the way down.
-    if (round % 10 == 0)
-      for (std::size_t at = 4; at + 114 <= bytes.size(); at += 114)
-        bytes.replace(at, 114, branch_record(static_cast<std::uint32_t>(rng())));
-    const auto tree = load(bytes);
-    const tree_shape_t shape = shape_of(*tree);
-    EXPECT_LE(shape.deepest, max_depth);
-    // At most eight cells per record that a file can hold, and the root.
-    EXPECT_LE(static_cast<std::size_t>(shape.cells), 1 + 8 * (bytes.size() / 16 + 1));
-  }
 }
 
 // --- Boundary -------------------------------------------------------------
