@@ -15,8 +15,9 @@
         finest cells are about 2 to 1/16 model units, so bodies closer than
         a few units get 1 unless they touch;
      2  farther apart than the clearance everywhere;
-     4  stock only: a uniform stored cell (all air or all solid) was reached,
-        which holds no surface to test;
+     4  stock only: the stock is one uniform cell (all air or all solid)
+        within reach, which holds no surface to test (a uniform cell deeper
+        down is passed over: the other cells decide);
     -1  invalid arguments (a null tree or pose, a NaN clearance).
    Only surfaces meet: a body wholly inside another, not crossing its
    surface, does not collide. Geometry outside the lattice's cube (+-65536)

@@ -25,6 +25,18 @@ double box_d2(const tri_node_t& n, const std::array<double, 3>& q) {
   return s;
 }
 
+// The same for a triangle's box, which is in model units and exact: its
+// corners are lattice values.
+double tri_box_d2(const tri_sat_t& s, const std::array<double, 3>& q) {
+  double sum = 0;
+  for (int k = 0; k < 3; ++k) {
+    const double lo = (s.box[k] - lattice_origin) / lattice_step, hi = (s.box[k + 3] - lattice_origin) / lattice_step;
+    const double e = std::max({0.0, lo - q[k], q[k] - hi});
+    sum += e * e;
+  }
+  return sum;
+}
+
 }  // namespace
 
 lattice_point_t sample_point(const cube_node_t& leaf) {
@@ -75,7 +87,8 @@ double distance_probe_t::distance_from(const lattice_point_t& q) {
 }
 
 void distance_probe_t::_search(const tri_node_t& node, const std::array<double, 3>& q, const lattice_point_t& qi) {
-  for (const tri_sat_t* s : node.tris) _take(static_cast<std::uint32_t>(s - _tree.sats.data()), qi);
+  for (const tri_sat_t* s : node.tris)
+    if (tri_box_d2(*s, q) <= _best * (1 + tie_window) + 1) _take(static_cast<std::uint32_t>(s - _tree.sats.data()), qi);
   // Nearest child first, by insertion: there are at most eight.
   std::array<std::pair<double, const tri_node_t*>, 8> order;
   int n = 0;

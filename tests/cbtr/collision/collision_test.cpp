@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "cbtr/collision.h"
+#include "hand_trees.h"
 #include "soups.h"
 #include "step_stock.h"
 
@@ -138,9 +139,15 @@ TEST(StockCollision, OnlyBodiesCrossingTheStockSurfaceCollide) {
     EXPECT_EQ(flag({2, 2, 40, 3, 3, 41}, 1), 2);       // far above
     EXPECT_EQ(flag({2, 2, 40, 3, 3, 41}, 100), 1);     // far, yet within the clearance
   }
-  cube_tree_t* empty = cube_tree__new_by_file("/nonexistent/quvra/stock");
-  EXPECT_EQ(get_collision_flag_by_cube_tree_and_tri_tree(nullptr, nullptr, identity.data(), 0, 0), -1);
-  cube_tree__delete(empty);
+}
+
+TEST(StockCollision, AnEmptyStockIsApartAndAUniformOneHasNoSurfaceToTest) {
+  body_t body(quvra_test::box_soup(2, 2, 2, 3, 3, 3), identity);
+  const cbtr::cube_tree_t empty(18);
+  const auto solid = quvra_test::tree_with_root(18, cbtr::kind_solid, cbtr::corners_all_solid);
+  EXPECT_EQ(get_collision_flag_by_cube_tree_and_tri_tree(&empty, body.tree, identity.data(), 0, 0), 2);
+  EXPECT_EQ(get_collision_flag_by_cube_tree_and_tri_tree(solid.get(), body.tree, identity.data(), 0, 0), 4);
+  EXPECT_EQ(get_collision_flag_by_cube_tree_and_tri_tree(solid.get(), nullptr, identity.data(), 0, 0), -1);
 }
 
 // Whether triangle t meets the box, by clipping it with the box's six
