@@ -29,6 +29,7 @@ edge_frame_t side_frame(const edge_point_t& lo, const edge_point_t& up, bool fla
 // edge.
 edge_frame_t bottom_frame(const edge_point_t& lo, const edge_point_t& up, double rake, bool flank, double flank_angle);
 
-edge_frame_t rotate_z(const edge_frame_t& f, double angle);
+// The frame turned about z by the angle of cosine c and sine s.
+edge_frame_t rotate_z(const edge_frame_t& f, double c, double s);
 
 }  // namespace mech

@@ -57,9 +57,7 @@ edge_frame_t bottom_frame(const edge_point_t& lo, const edge_point_t& up, double
   return f;
 }
 
-edge_frame_t rotate_z(const edge_frame_t& f, double angle) {
-  const double c = std::cos(angle);
-  const double s = std::sin(angle);
+edge_frame_t rotate_z(const edge_frame_t& f, double c, double s) {
   return {turn_z(f.t, c, s), turn_z(f.c, c, s), turn_z(f.b, c, s), turn_z(f.s, c, s)};
 }
 

@@ -19,8 +19,9 @@ constexpr double pi = std::numbers::pi;
 struct contact_t {
   std::size_t flute;
   std::size_t k;     // sample
-  double x;          // the tool's turn at the sample, -k dtheta
   double phi;        // angle of the element
+  double cp;         // its cosine
+  double sp;         // and sine
   geom::vec3d p;     // its position
   geom::vec3d e[3];  // local axes: into the surface, along the turn, across
   double h;          // chip thickness
@@ -53,6 +54,9 @@ class force_run_t {
       : _s(session), _in(in), _cut(cut), _edge(edge), _moments(moments) {
     for (int i = 0; i < 16; ++i) _motion.m[i] = in.pose_cur[i] - in.pose_prev[i];
     _dtheta = 2 * pi / in.samples;
+    _turns.resize(std::size_t(in.samples));
+    for (std::size_t k = 0; k < _turns.size(); ++k)
+      _turns[k] = {std::cos(-double(k) * _dtheta), std::sin(-double(k) * _dtheta)};
     _feed = _motion.apply({0, 0, session.feed_ref_z});
     _max_flank = -std::numeric_limits<double>::infinity();
     // A feed per tooth that is not a number poisons every force of the step.
@@ -72,12 +76,31 @@ class force_run_t {
   geom::mat4d _motion{};
   geom::vec3d _feed{};
   double _dtheta = 0;
+  struct turn_t {
+    double c;
+    double s;
+  };
+  std::vector<turn_t> _turns;  // cosine and sine of each sample's turn, -k dtheta
 
   double _max_chip = 0, _max_chip_normal = 0, _sum_ds = 0, _sum_normal = 0, _power = 0, _sum_area = 0;
   double _removal = 0, _arc_mean_sum = 0, _max_arc = 0, _max_pressure = 0, _max_flank;
   std::size_t _arc_slices = 0;
 
-  double side_chip(const flute_t& flute, const edge_point_t& mid, double phi, double z, double r_prev) const;
+  // Calls fn(k, phi, cos phi, sin phi) for every sample k whose element, at
+  // angle theta turned by -k dtheta, lies in the ranges. The sines come from
+  // the samples' own by the sum formulas: the step spends most of its time
+  // in them otherwise.
+  template <class Fn>
+  void for_each_engaged_sample(double theta, const std::vector<angle_range_t>& ranges, Fn fn) const {
+    const double ct = std::cos(theta), st = std::sin(theta);
+    for (std::size_t k = 0; k < _turns.size(); ++k) {
+      const double phi = wrap_angle(theta - double(k) * _dtheta);
+      if (!in_ranges(ranges, phi)) continue;
+      const turn_t& x = _turns[k];
+      fn(k, phi, ct * x.c - st * x.s, st * x.c + ct * x.s);
+    }
+  }
+  double side_chip(const flute_t& flute, const edge_point_t& mid, double cp, double sp, double z, double r_prev) const;
   void side_slice(std::size_t f, const engagement_slice_t& slice);
   void bottom_ring(std::size_t f, const engagement_slice_t& ring);
   void add_contact(const contact_t& c, const edge_frame_t& reference, slice_sums_t& sums);
@@ -86,11 +109,11 @@ class force_run_t {
 
 // The chip a side element cuts: from where the ray out to it crosses the
 // previous pass's flank, at radius r_prev, to the element itself.
-double force_run_t::side_chip(const flute_t& flute, const edge_point_t& mid, double phi, double z,
+double force_run_t::side_chip(const flute_t& flute, const edge_point_t& mid, double cp, double sp, double z,
                               double r_prev) const {
   double h = 0;
   const double cx = _feed.x, cy = _feed.y;
-  const double qx = mid.r * std::cos(phi), qy = mid.r * std::sin(phi);
+  const double qx = mid.r * cp, qy = mid.r * sp;
   const double qq = qx * qx + qy * qy;
   const double b = 2 * (cx * qx + cy * qy);
   const double disc = b * b - 4 * qq * (cx * cx + cy * cy - r_prev * r_prev);
@@ -137,27 +160,24 @@ void force_run_t::side_slice(std::size_t f, const engagement_slice_t& slice) {
   const edge_frame_t frame = side_frame(lo, up, _in.flank_flag != 0, _s.flank_angle);
   const double sa = std::sin(alpha), ca = std::cos(alpha);
   slice_sums_t sums;
-  for (std::size_t k = 0; k < std::size_t(_in.samples); ++k) {
-    const double x = -double(k) * _dtheta;
-    const double phi = wrap_angle(mid.theta + x);
-    if (!in_ranges(slice.ranges, phi)) continue;
-    const double cp = std::cos(phi), sp = std::sin(phi);
-    contact_t c{f,
-                k,
-                x,
-                phi,
-                {mid.r * cp, mid.r * sp, z},
-                {{-sa * cp, -sa * sp, -ca}, {-sp, cp, 0}, {ca * cp, ca * sp, -sa}},
-                side_chip(flute, mid, phi, z, r_prev),
-                0,
-                ds,
-                mid.r * _dtheta,
-                mid.r,
-                alpha - pi / 2,
-                false};
+  for_each_engaged_sample(mid.theta, slice.ranges, [&](std::size_t k, double phi, double cp, double sp) {
+    contact_t c{.flute = f,
+                .k = k,
+                .phi = phi,
+                .cp = cp,
+                .sp = sp,
+                .p = {mid.r * cp, mid.r * sp, z},
+                .e = {{-sa * cp, -sa * sp, -ca}, {-sp, cp, 0}, {ca * cp, ca * sp, -sa}},
+                .h = side_chip(flute, mid, cp, sp, z, r_prev),
+                .area = 0,
+                .ds = ds,
+                .arc = mid.r * _dtheta,
+                .radius = mid.r,
+                .inclination = alpha - pi / 2,
+                .bottom = false};
     c.area = dz * c.h;
     add_contact(c, frame, sums);
-  }
+  });
   end_slice(sums);
 }
 
@@ -180,23 +200,31 @@ void force_run_t::bottom_ring(std::size_t f, const engagement_slice_t& ring) {
   const edge_point_t up = edge_at(flute.bottom_edge, &edge_point_t::r, r + dr / 2);
   const edge_frame_t frame = bottom_frame(lo, up, mid.rake, _in.flank_flag != 0, _s.flank_angle);
   slice_sums_t sums;
-  for (std::size_t k = 0; k < std::size_t(_in.samples); ++k) {
-    const double x = -double(k) * _dtheta;
-    const double phi = wrap_angle(mid.theta + x);
-    if (!in_ranges(ring.ranges, phi)) continue;
-    const double cp = std::cos(phi), sp = std::sin(phi);
+  for_each_engaged_sample(mid.theta, ring.ranges, [&](std::size_t k, double phi, double cp, double sp) {
     const geom::vec3d p{mid.r * cp, mid.r * sp, 0};
     const double h = -_motion.apply(p).z;  // how far the point plunges
-    const contact_t c{f,  k,           x,     phi, p,   {{0, 0, -1}, {-sp, cp, 0}, {cp, sp, 0}}, h, h * dr,
-                      dr, r * _dtheta, mid.r, 0,   true};
-    add_contact(c, frame, sums);
-  }
+    add_contact({.flute = f,
+                 .k = k,
+                 .phi = phi,
+                 .cp = cp,
+                 .sp = sp,
+                 .p = p,
+                 .e = {{0, 0, -1}, {-sp, cp, 0}, {cp, sp, 0}},
+                 .h = h,
+                 .area = h * dr,
+                 .ds = dr,
+                 .arc = r * _dtheta,
+                 .radius = mid.r,
+                 .inclination = 0,
+                 .bottom = true},
+                frame, sums);
+  });
   end_slice(sums);
 }
 
 void force_run_t::add_contact(const contact_t& c, const edge_frame_t& reference, slice_sums_t& sums) {
-  const edge_frame_t fr = rotate_z(reference, c.x);
-  const geom::vec3d turn{std::sin(c.phi), -std::cos(c.phi), 0};
+  const edge_frame_t fr = rotate_z(reference, _turns[c.k].c, _turns[c.k].s);
+  const geom::vec3d turn{c.sp, -c.cp, 0};
   const geom::vec3d v = _motion.apply(c.p) * (1.0 / _in.dt) + turn * (c.radius * _in.omega);
   const geom::vec3d vl{dot3(fr.t, v), dot3(fr.c, v), dot3(fr.b, v)};
   const double q = dot3(fr.b, turn);

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <limits>
 
@@ -36,14 +37,16 @@ struct box_cut_t {
     substraction__dtor(step);
     cube_tree__delete(tree);
   }
+  // The contours seen from a tool whose tip is at tip.
+  milling_contours_t* contours(const std::array<double, 3>& tip, double* box) const {
+    return milling_contours__new_by_substraction(step, quvra_test::stock_to_tool(tip).data(), box);
+  }
 };
 
 TEST(MillingContours, PointsMoveToTheToolFrameAndBoxTheContact) {
   box_cut_t cut(true);
-  // The tool's tip at (5.1, 5.1, 3.6).
-  const auto to_tool = quvra_test::stock_to_tool({5.1, 5.1, 3.6});
   double box[6];
-  milling_contours_t* c = milling_contours__new_by_substraction(cut.step, to_tool.data(), box);
+  milling_contours_t* c = cut.contours({5.1, 5.1, 3.6}, box);
   ASSERT_NE(c, nullptr);
   EXPECT_NEAR(box[0], -2.0, 1e-9);
   EXPECT_NEAR(box[1], -1.0, 1e-9);
@@ -67,16 +70,15 @@ TEST(MillingContours, PointsMoveToTheToolFrameAndBoxTheContact) {
 
 TEST(MillingContours, NoContactGivesNoLoopsAndAnEmptyBox) {
   box_cut_t cut(false);
-  const auto to_tool = quvra_test::stock_to_tool({0, 0, 0});
   double box[6];
-  milling_contours_t* c = milling_contours__new_by_substraction(cut.step, to_tool.data(), box);
+  milling_contours_t* c = cut.contours({0, 0, 0}, box);
   ASSERT_NE(c, nullptr);
   EXPECT_TRUE(c->loops.empty());
   EXPECT_EQ(box[0], inf);
   EXPECT_EQ(box[5], -inf);
   EXPECT_EQ(milling_contours__get_plural_cutting_width(c, 0), 0.0);
   milling_contours__delete(c);
-  EXPECT_EQ(milling_contours__new_by_substraction(nullptr, to_tool.data(), box), nullptr);
+  EXPECT_EQ(milling_contours__new_by_substraction(nullptr, quvra_test::tool_pose({0, 0, 0}).data(), box), nullptr);
   EXPECT_EQ(milling_contours__new_by_substraction(cut.step, nullptr, box), nullptr);
   milling_contours__delete(nullptr);
 }
