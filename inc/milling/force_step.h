@@ -16,7 +16,8 @@
 namespace mech {
 
 // The arrays hold 3 * input.samples doubles, output 11; input.samples >= 1.
-// Everything they held is overwritten.
+// Everything they held is overwritten; when memory runs out (std::bad_alloc)
+// nothing has been written yet.
 void run_force_step(const milling_physics_session_t& session, const engagement_t& engagement,
                     const milling_force_input_t& input, std::span<double> cut_forces, std::span<double> edge_forces,
                     std::span<double> moments, std::span<double> output);

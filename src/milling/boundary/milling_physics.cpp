@@ -76,8 +76,12 @@ int milling_physics__run_force_step(const milling_physics_session_t* session, co
   if (!session || !engagement || !input || !cut_forces || !edge_forces || !moments || !output) return 2;
   if (input->samples < 1) return 2;
   const auto n = 3 * static_cast<std::size_t>(input->samples);
-  mech::run_force_step(*session, *engagement, *input, {cut_forces, n}, {edge_forces, n}, {moments, n},
-                       {output, MILLING_FORCE_OUTPUT_COUNT});
+  try {
+    mech::run_force_step(*session, *engagement, *input, {cut_forces, n}, {edge_forces, n}, {moments, n},
+                         {output, MILLING_FORCE_OUTPUT_COUNT});
+  } catch (const std::bad_alloc&) {
+    return 2;  // the step's own table of sample angles did not fit; nothing was written yet
+  }
   return 0;
 }
 }
