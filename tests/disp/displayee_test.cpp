@@ -28,12 +28,12 @@ constexpr std::uint32_t cleared = 0xFFFFFFFFu;
 constexpr double at_pixel(int i) { return (i + 0.5) / (side / 2.0) - 1.0; }
 const double a = at_pixel(side - 5);  // 0.4375: pixels 4 and 11 lie on -a and a
 
-class DisplayeeTest : public ::testing::Test {
+class DisplayeeTest : public disp_test::gl_target_test {
  protected:
+  DisplayeeTest() : gl_target_test(side) {}
   void SetUp() override {
-    if (!disp_test::gl_skip_reason().empty()) return;
-    _torch = std::make_unique<disp::disp_torch>();
-    target = std::make_unique<test_support::pick_target_t>(side, side);
+    gl_target_test::SetUp();
+    if (!target) return;
     const geom::mat4d id = geom::mat4d::identity();
     b = std::make_unique<disp::bind>(id, id, id, id, 0, side, side);
     b->picking_id = bind_id;
@@ -41,8 +41,7 @@ class DisplayeeTest : public ::testing::Test {
   }
   void TearDown() override {
     b.reset();
-    target.reset();
-    _torch.reset();
+    gl_target_test::TearDown();
   }
 
   bool drew_anything() const {
@@ -52,11 +51,7 @@ class DisplayeeTest : public ::testing::Test {
     return false;
   }
 
-  std::unique_ptr<test_support::pick_target_t> target;
   std::unique_ptr<disp::bind> b;
-
- private:
-  std::unique_ptr<disp::disp_torch> _torch;
 };
 
 std::unique_ptr<topo_stl3d, void (*)(topo_stl3d*)> cube_mesh(double h) {

@@ -31,26 +31,21 @@ constexpr std::array<double, 3> base = {0.5, 0.25, 0.75};
 constexpr std::uint32_t vertex_id = 4194305;
 constexpr std::int32_t bind_id = 77;
 
-class DrawingTest : public ::testing::Test {
+class DrawingTest : public disp_test::gl_target_test {
  protected:
+  DrawingTest() : gl_target_test(side) {}
   void SetUp() override {
-    if (!disp_test::gl_skip_reason().empty()) return;
-    _torch = std::make_unique<disp::disp_torch>();
-    target = std::make_unique<test_support::pick_target_t>(side, side);
+    gl_target_test::SetUp();
+    if (!target) return;
     b = std::make_unique<disp::bind>(identity, identity, identity, identity, 0, side, side);
     b->picking_id = bind_id;
   }
   void TearDown() override {
     b.reset();
-    target.reset();
-    _torch.reset();
+    gl_target_test::TearDown();
   }
 
-  std::unique_ptr<test_support::pick_target_t> target;
   std::unique_ptr<disp::bind> b;
-
- private:
-  std::unique_ptr<disp::disp_torch> _torch;
 };
 
 // A triangle over the whole target in the layout of kind: pick, colour,

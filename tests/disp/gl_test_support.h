@@ -6,9 +6,13 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 #include <thread>
 #include <vector>
+
+#include "disp/disp_torch.h"
+#include "pick_target.h"
 
 namespace disp_test {
 
@@ -30,6 +34,28 @@ template <class F>
 void on_new_thread(F&& fn) {
   std::thread(std::forward<F>(fn)).join();
 }
+
+// A test that holds a context and draws into a square target of pixels a
+// side; without GL, target stays null and the test skips.
+class gl_target_test : public ::testing::Test {
+ protected:
+  explicit gl_target_test(int pixels) : _pixels(pixels) {}
+  void SetUp() override {
+    if (!gl_skip_reason().empty()) return;
+    _torch = std::make_unique<disp::disp_torch>();
+    target = std::make_unique<test_support::pick_target_t>(_pixels, _pixels);
+  }
+  void TearDown() override {
+    target.reset();
+    _torch.reset();
+  }
+
+  std::unique_ptr<test_support::pick_target_t> target;
+
+ private:
+  const int _pixels;
+  std::unique_ptr<disp::disp_torch> _torch;
+};
 
 }  // namespace disp_test
 

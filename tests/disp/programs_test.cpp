@@ -95,32 +95,20 @@ std::array<float, 3> normal_at_degrees(double degrees) {
           static_cast<float>(std::cos(a) * l[2] + std::sin(a) * p[2])};
 }
 
-class ProgramsTest : public ::testing::Test {
+class ProgramsTest : public disp_test::gl_target_test {
  protected:
-  void SetUp() override {
-    if (!disp_test::gl_skip_reason().empty()) return;
-    _torch = std::make_unique<disp::disp_torch>();
-    _target = std::make_unique<test_support::pick_target_t>(side, side);
-  }
+  ProgramsTest() : gl_target_test(side) {}
   void TearDown() override {
-    if (!_torch) return;
-    glUseProgram(0);
-    _target.reset();
-    _torch.reset();
+    if (target) glUseProgram(0);
+    gl_target_test::TearDown();
   }
 
-  bool has_context() const { return _torch != nullptr; }
-
-  const test_support::pick_target_t& target() const { return *_target; }
-
- private:
-  std::unique_ptr<disp::disp_torch> _torch;
-  std::unique_ptr<test_support::pick_target_t> _target;
+  bool has_context() const { return target != nullptr; }
 };
 
 TEST_F(ProgramsTest, AllFiveAreBuiltAndLinked) {
   QV_REQUIRE_GL();
-  ASSERT_TRUE(target().complete);
+  ASSERT_TRUE(target->complete);
   const auto& set = disp::programs();
   for (const GLuint id : {set.flat.id, set.lit.id, set.colored.id, set.colored_lit.id, set.text.id}) {
     ASSERT_NE(id, disp::unset_program);
@@ -142,12 +130,12 @@ TEST_F(ProgramsTest, FlatWritesItsColourAndTheUniformOrVertexId) {
   glUniform1i(p.use_vertex_pick, 0);
   glUniform1i(p.picking_id, 77);
   draw_triangle(p, {.pick = 1234});
-  expect_colour_near(target().colour(), {1.0, 0.5, 0.0});
-  EXPECT_EQ(target().id(), 77u);
+  expect_colour_near(target->colour(), {1.0, 0.5, 0.0});
+  EXPECT_EQ(target->id(), 77u);
 
   glUniform1i(p.use_vertex_pick, 1);
   draw_triangle(p, {.pick = 1234});
-  EXPECT_EQ(target().id(), 1234u);
+  EXPECT_EQ(target->id(), 1234u);
 }
 
 TEST_F(ProgramsTest, LitFallsLinearlyWithTheAngleToTheLightDownToAmbient) {
@@ -163,9 +151,9 @@ TEST_F(ProgramsTest, LitFallsLinearlyWithTheAngleToTheLightDownToAmbient) {
   for (const auto& [degrees, diffuse] : cases) {
     draw_triangle(p, {.normal = normal_at_degrees(degrees)});
     const double k = diffuse + 0.04;
-    expect_colour_near(target().colour(), {base[0] * k, base[1] * k, base[2] * k});
+    expect_colour_near(target->colour(), {base[0] * k, base[1] * k, base[2] * k});
   }
-  EXPECT_EQ(target().id(), 5u);
+  EXPECT_EQ(target->id(), 5u);
 }
 
 class ColourTableTest : public ProgramsTest {
@@ -209,20 +197,20 @@ TEST_F(ColourTableTest, ColoredTakesTheTableColourOnlyForALiveId) {
   const std::array<float, 3> baked = {0.0f, 1.0f, 0.0f};
 
   draw_triangle(p, {.color = baked, .pick = id_of(2, 2)});
-  expect_colour_near(target().colour(), {0, 0, 1});
-  EXPECT_EQ(target().id(), id_of(2, 2));
+  expect_colour_near(target->colour(), {0, 0, 1});
+  EXPECT_EQ(target->id(), id_of(2, 2));
 
   for (const std::uint32_t stale : {id_of(1, 2), id_of(0, 5), id_of(0, 1), 0u}) {
     draw_triangle(p, {.color = baked, .pick = stale});
-    expect_colour_near(target().colour(), {0, 1, 0});
-    EXPECT_EQ(target().id(), stale);
+    expect_colour_near(target->colour(), {0, 1, 0});
+    EXPECT_EQ(target->id(), stale);
   }
 
   glUniform1i(p.use_vertex_pick, 0);
   glUniform1i(p.picking_id, 9);
   draw_triangle(p, {.color = baked, .pick = id_of(2, 2)});
-  expect_colour_near(target().colour(), {0, 1, 0});
-  EXPECT_EQ(target().id(), 9u);
+  expect_colour_near(target->colour(), {0, 1, 0});
+  EXPECT_EQ(target->id(), 9u);
 }
 
 TEST_F(ColourTableTest, ColoredLitLightsTheTableColour) {
@@ -234,10 +222,10 @@ TEST_F(ColourTableTest, ColoredLitLightsTheTableColour) {
   glUniform1i(p.use_vertex_pick, 1);
   const double k = 1.0 / 3.0 + 0.04;
   draw_triangle(p, {.normal = normal_at_degrees(60), .color = {1, 1, 0}, .pick = id_of(2, 2)});
-  expect_colour_near(target().colour(), {0, 0, k});
+  expect_colour_near(target->colour(), {0, 0, k});
   draw_triangle(p, {.normal = normal_at_degrees(60), .color = {1, 1, 0}, .pick = id_of(1, 2)});
-  expect_colour_near(target().colour(), {k, k, 0});
-  EXPECT_EQ(target().id(), id_of(1, 2));
+  expect_colour_near(target->colour(), {k, k, 0});
+  EXPECT_EQ(target->id(), id_of(1, 2));
 }
 
 TEST_F(ProgramsTest, TextMultipliesItsTextureByTheColourAndWritesTheUniformId) {
@@ -278,8 +266,8 @@ TEST_F(ProgramsTest, TextMultipliesItsTextureByTheColourAndWritesTheUniformId) {
   glBindTexture(GL_TEXTURE_2D, 0);
   glDeleteTextures(1, &texture);
 
-  expect_colour_near(target().colour(), {200 / 255.0, 50 / 255.0, 50 / 255.0});
-  EXPECT_EQ(target().id(), 4242u);
+  expect_colour_near(target->colour(), {200 / 255.0, 50 / 255.0, 50 / 255.0});
+  EXPECT_EQ(target->id(), 4242u);
 }
 
 TEST_F(ProgramsTest, AProgramThatFailsToBuildIsLoggedAndSurvived) {

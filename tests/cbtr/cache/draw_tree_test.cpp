@@ -24,23 +24,13 @@ namespace {
 constexpr int pixels = 32;
 constexpr std::uint64_t default_cap = 262144000;
 
-class DrawTreeTest : public ::testing::Test {
+class DrawTreeTest : public disp_test::gl_target_test {
  protected:
-  void SetUp() override {
-    if (!disp_test::gl_skip_reason().empty()) return;
-    _torch = std::make_unique<disp::disp_torch>();
-    target = std::make_unique<test_support::pick_target_t>(pixels, pixels);
-  }
+  DrawTreeTest() : gl_target_test(pixels) {}
   void TearDown() override {
     cbtr__set_rendering_cap(default_cap);
-    target.reset();
-    _torch.reset();
+    gl_target_test::TearDown();
   }
-
-  std::unique_ptr<test_support::pick_target_t> target;
-
- private:
-  std::unique_ptr<disp::disp_torch> _torch;
 };
 
 TEST_F(DrawTreeTest, TheStockCoversItsPixelsAtTheDepthTheViewAffords) {
