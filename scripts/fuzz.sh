@@ -31,13 +31,15 @@ fi
 
 build_dir=build-fuzz
 CC=clang-14 CXX=clang++-14 cmake -S . -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
-  -DQUVRA_SANITIZE=ON -DQUVRA_BUILD_FUZZ=ON -DQUVRA_BUILD_TESTS=OFF -DQUVRA_BUILD_BENCH=OFF \
-  -DQUVRA_BUILD_EXAMPLES=OFF >/dev/null
+  -DQUVRA_SANITIZE=ON -DQUVRA_BUILD_FUZZ=ON -DQUVRA_BUILD_TESTS=OFF -DQUVRA_BUILD_BENCH=OFF >/dev/null
 nice -n 10 cmake --build "$build_dir" --target quvra_fuzz_all
 
 seeds=$build_dir/seeds
 rm -rf "$seeds"
 "$build_dir/fuzz/quvra_fuzz_seeds" "$seeds"
+# The interpreter starts from the programs the host's tests keep.
+mkdir -p "$seeds/fuzz_nc_program"
+cp tests/data/mill/*.ngc tests/data/mill/*.cls "$seeds/fuzz_nc_program/"
 
 targets=("$@")
 if ((${#targets[@]} == 0)); then
