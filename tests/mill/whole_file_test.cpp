@@ -35,7 +35,8 @@ class WholeFile : public ::testing::Test {
     fs::create_directories(dir_);
   }
   void TearDown() override { fs::remove_all(dir_); }
-  const fs::path dir_ = fs::path("whole_file_test");
+  // ctest runs each case in its own process, side by side: one folder each.
+  const fs::path dir_ = fs::path("whole_file_test") / ::testing::UnitTest::GetInstance()->current_test_info()->name();
   const fs::path file_ = dir_ / "stock.stl";
 };
 
