@@ -8,11 +8,13 @@
 #include <cmath>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "interp/apt_reader.h"
 #include "interp/move_t.h"
 #include "interp/ngc_interpreter.h"
 #include "interp/source_error_t.h"
+#include "thrown_message.h"
 
 namespace mill::test {
 
@@ -26,13 +28,7 @@ inline double distance(const vec3_t& a, const vec3_t& b) { return std::hypot(a[0
 // it throws none.
 template <typename F>
 std::string error_of(F&& run) {
-  try {
-    run();
-  } catch (const source_error_t& e) {
-    return e.what();
-  }
-  ADD_FAILURE() << "expected a source_error_t";
-  return {};
+  return message_of<source_error_t>(std::forward<F>(run));
 }
 
 // Programs given as text run under the names prog.ngc and part.cls.

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "case_files.h"
+#include "thrown_message.h"
 #include "host/mill_args.h"
 #include "host/stock_session.h"
 #include "host/surface_checks.h"
@@ -21,18 +22,6 @@ stock_spec_t stl_stock(const std::string& name) {
   spec.kind = stock_kind::stl;
   spec.stl_path = case_path(name);
   return spec;
-}
-
-// The message of the E that run throws; fails the test when it throws none.
-template <typename E, typename F>
-std::string message_of(F&& run) {
-  try {
-    run();
-  } catch (const E& e) {
-    return e.what();
-  }
-  ADD_FAILURE() << "expected an error";
-  return {};
 }
 
 std::string build_error(const stock_spec_t& spec) {

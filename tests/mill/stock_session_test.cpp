@@ -11,6 +11,7 @@
 #include "host/stl_writer.h"
 #include "host/tool_mesh.h"
 #include "interp/tool_desc_parse.h"
+#include "thrown_message.h"
 
 namespace mill {
 namespace {
@@ -24,15 +25,7 @@ stock_spec_t box_spec(const std::array<double, 6>& box) {
   return s;
 }
 
-std::string error_of(const std::function<void()>& f) {
-  try {
-    f();
-  } catch (const std::runtime_error& e) {
-    return e.what();
-  }
-  ADD_FAILURE() << "expected a std::runtime_error";
-  return {};
-}
+std::string error_of(const std::function<void()>& f) { return test::message_of<std::runtime_error>(f); }
 
 // A 4 mm flat end mill, 10 mm long, faceted within 0.01 mm.
 struct end_mill_t {
