@@ -122,28 +122,12 @@ class pair_walk_t {
       if (d[0] < q && d[1] < q && d[2] < q) return flag_near;
     }
     if (A::is_uniform(a)) return flag_uniform;
-    const bool a_leaf = A::is_leaf(a), b_leaf = b.is_leaf();
-    if (a_leaf && b_leaf) return apart ? flag_near : (_leaf_contact(a, b) ? flag_contact : flag_near);
+    if (A::is_leaf(a) && b.is_leaf()) return apart ? flag_near : (_leaf_contact(a, b) ? flag_contact : flag_near);
     auto visit = [&](const a_ref& ca, const tri_node_t& cb, int lca, int lcb) {
       best = std::min(best, flag(ca, cb, lca, lcb, best));
       return best == flag_contact;
     };
-    if (a_leaf) {
-      for (const auto& cb : b.child)
-        if (cb && visit(a, *cb, la, lb + 1)) return flag_contact;
-    } else {
-      const auto ac = A::children(a);
-      for (const a_ref& ca : ac) {
-        if (!ca) continue;
-        if (b_leaf) {
-          if (visit(ca, b, la + 1, lb)) return flag_contact;
-          continue;
-        }
-        for (const auto& cb : b.child)
-          if (cb && visit(ca, *cb, la + 1, lb + 1)) return flag_contact;
-      }
-    }
-    return best;
+    return _descend(a, b, la, lb, visit) ? flag_contact : best;
   }
 
   double dist2(const a_ref& a, const tri_node_t& b, int la, int lb) {
@@ -152,31 +136,37 @@ class pair_walk_t {
     double s = 0;
     for (double c : d) s += std::pow(std::max(0.0, c - r), 2);
     if (s > coarse_enough) return s;
-    const bool a_leaf = A::is_leaf(a), b_leaf = b.is_leaf();
-    if (a_leaf && b_leaf) return s > 0 ? s : (_leaf_contact(a, b) ? minus_inf : 0.0);
+    if (A::is_leaf(a) && b.is_leaf()) return s > 0 ? s : (_leaf_contact(a, b) ? minus_inf : 0.0);
     double best = std::numeric_limits<double>::infinity();
     auto visit = [&](const a_ref& ca, const tri_node_t& cb, int lca, int lcb) {
       best = std::min(best, dist2(ca, cb, lca, lcb));
       return best == minus_inf;
     };
-    if (a_leaf) {
-      for (const auto& cb : b.child)
-        if (cb && visit(a, *cb, la, lb + 1)) return minus_inf;
-    } else {
-      for (const a_ref& ca : A::children(a)) {
-        if (!ca) continue;
-        if (b_leaf) {
-          if (visit(ca, b, la + 1, lb)) return minus_inf;
-          continue;
-        }
-        for (const auto& cb : b.child)
-          if (cb && visit(ca, *cb, la + 1, lb + 1)) return minus_inf;
-      }
-    }
-    return best;
+    return _descend(a, b, la, lb, visit) ? minus_inf : best;
   }
 
  private:
+  // Visits the pairs one level down, where only a side that is not a leaf
+  // descends; stops, and says so, as soon as visit asks to.
+  template <typename Visit>
+  bool _descend(const a_ref& a, const tri_node_t& b, int la, int lb, Visit&& visit) {
+    if (A::is_leaf(a)) {
+      for (const auto& cb : b.child)
+        if (cb && visit(a, *cb, la, lb + 1)) return true;
+      return false;
+    }
+    for (const a_ref& ca : A::children(a)) {
+      if (!ca) continue;
+      if (b.is_leaf()) {
+        if (visit(ca, b, la + 1, lb)) return true;
+        continue;
+      }
+      for (const auto& cb : b.child)
+        if (cb && visit(ca, *cb, la + 1, lb + 1)) return true;
+    }
+    return false;
+  }
+
   point _delta(const a_ref& a, const tri_node_t& b) const {
     const point ca = A::centre(a), cb = _b.centre(b);
     return {std::abs(cb[0] - ca[0]), std::abs(cb[1] - ca[1]), std::abs(cb[2] - ca[2])};
