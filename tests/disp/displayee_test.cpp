@@ -28,20 +28,12 @@ constexpr std::uint32_t cleared = 0xFFFFFFFFu;
 constexpr double at_pixel(int i) { return (i + 0.5) / (side / 2.0) - 1.0; }
 const double a = at_pixel(side - 5);  // 0.4375: pixels 4 and 11 lie on -a and a
 
-class DisplayeeTest : public disp_test::gl_target_test {
+class DisplayeeTest : public disp_test::gl_bind_test {
  protected:
-  DisplayeeTest() : gl_target_test(side) {}
+  DisplayeeTest() : gl_bind_test(side, bind_id) {}
   void SetUp() override {
-    gl_target_test::SetUp();
-    if (!target) return;
-    const geom::mat4d id = geom::mat4d::identity();
-    b = std::make_unique<disp::bind>(id, id, id, id, 0, side, side);
-    b->picking_id = bind_id;
-    b->color = {0.8f, 0.6f, 0.2f};
-  }
-  void TearDown() override {
-    b.reset();
-    gl_target_test::TearDown();
+    gl_bind_test::SetUp();
+    if (b) b->color = {0.8f, 0.6f, 0.2f};
   }
 
   bool drew_anything() const {
@@ -50,8 +42,6 @@ class DisplayeeTest : public disp_test::gl_target_test {
         if (target->id(x, y) != cleared) return true;
     return false;
   }
-
-  std::unique_ptr<disp::bind> b;
 };
 
 std::unique_ptr<topo_stl3d, void (*)(topo_stl3d*)> cube_mesh(double h) {

@@ -23,7 +23,6 @@
 namespace {
 
 constexpr int side = 16;
-const geom::mat4d identity = geom::mat4d::identity();
 // The lit programs' diffuse light direction: a normal along it gets full
 // diffuse light plus the ambient 0.04.
 constexpr double light[3] = {0.21264139, 0.020298656, 0.9769195};
@@ -31,21 +30,9 @@ constexpr std::array<double, 3> base = {0.5, 0.25, 0.75};
 constexpr std::uint32_t vertex_id = 4194305;
 constexpr std::int32_t bind_id = 77;
 
-class DrawingTest : public disp_test::gl_target_test {
+class DrawingTest : public disp_test::gl_bind_test {
  protected:
-  DrawingTest() : gl_target_test(side) {}
-  void SetUp() override {
-    gl_target_test::SetUp();
-    if (!target) return;
-    b = std::make_unique<disp::bind>(identity, identity, identity, identity, 0, side, side);
-    b->picking_id = bind_id;
-  }
-  void TearDown() override {
-    b.reset();
-    gl_target_test::TearDown();
-  }
-
-  std::unique_ptr<disp::bind> b;
+  DrawingTest() : gl_bind_test(side, bind_id) {}
 };
 
 // A triangle over the whole target in the layout of kind: pick, colour,

@@ -6,12 +6,15 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <thread>
 #include <vector>
 
+#include "disp/bind.h"
 #include "disp/disp_torch.h"
+#include "geom/mat4d.h"
 #include "pick_target.h"
 
 namespace disp_test {
@@ -55,6 +58,31 @@ class gl_target_test : public ::testing::Test {
  private:
   const int _pixels;
   std::unique_ptr<disp::disp_torch> _torch;
+};
+
+// A target test that also holds a bind whose matrices are all the identity,
+// so clip coordinates land as given, drawn under the picking id asked for.
+class gl_bind_test : public gl_target_test {
+ protected:
+  gl_bind_test(int pixels, std::int32_t picking_id)
+      : gl_target_test(pixels), _pixels(pixels), _picking_id(picking_id) {}
+  void SetUp() override {
+    gl_target_test::SetUp();
+    if (!target) return;
+    const geom::mat4d id = geom::mat4d::identity();
+    b = std::make_unique<disp::bind>(id, id, id, id, 0, _pixels, _pixels);
+    b->picking_id = _picking_id;
+  }
+  void TearDown() override {
+    b.reset();
+    gl_target_test::TearDown();
+  }
+
+  std::unique_ptr<disp::bind> b;
+
+ private:
+  const int _pixels;
+  const std::int32_t _picking_id;
 };
 
 }  // namespace disp_test
